@@ -1,0 +1,77 @@
+#pragma once
+
+#include "acquisition/records/AcqSettings.h"
+#include "base/Result.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tavex2 {
+
+/// The values that a field of AcqSettings may take when a user enters it.
+struct FieldRange {
+    double lowest = 0;
+    double highest = 0;
+    std::string_view unit; ///< empty for a plain number
+};
+
+/// Calls `visit(name, field, range)` for every field of the record in the order of the setup file. `Settings` is
+/// AcqSettings or const AcqSettings; text and yes/no fields come with an empty range.
+template <class Settings, class Visit>
+void forEachField(Settings& settings, Visit&& visit) {
+    constexpr double int16Max = 32767;
+    auto& setup = settings.setup;
+    visit("Version", setup.Version, FieldRange{1, 1, ""});
+    visit("SaveOffsets", setup.SaveOffsets, FieldRange{});
+    visit("PauseToReset", setup.PauseToReset, FieldRange{});
+    visit("Autosave", setup.Autosave, FieldRange{});
+    visit("SaveType", setup.SaveType, FieldRange{0, 1, ""});
+    visit("DisplayAutoScale", setup.DisplayAutoScale, FieldRange{});
+    visit("DisplayPreset", setup.DisplayPreset, FieldRange{0, 4, ""});
+    visit("DisplayInVolts", setup.DisplayInVolts, FieldRange{});
+    visit("DisplayInSeconds", setup.DisplayInSeconds, FieldRange{});
+    visit("StartMaximized", setup.StartMaximized, FieldRange{});
+    visit("Comments", setup.Comments, FieldRange{});
+    visit("Device", setup.Device, FieldRange{1, 10, ""});
+    visit("StartDelay", setup.StartDelay, FieldRange{0, 30, "s"});
+    visit("TriggerMode", setup.TriggerMode, FieldRange{0, 1, ""});
+    visit("TrialNumber", setup.TrialNumber, FieldRange{0, 9999, ""});
+    visit("FilePrefix", setup.FilePrefix, FieldRange{});
+    auto& sampling = settings.sampling;
+    visit("DIOMask", sampling.DIOMask, FieldRange{0, 255, ""});
+    visit("DIOLatency", sampling.DIOLatency, FieldRange{0, int16Max, "ms"});
+    visit("DIOState", sampling.DIOState, FieldRange{0, 1, ""});
+    visit("Channels", sampling.Channels, FieldRange{});
+    visit("Rate", sampling.Rate, FieldRange{1, 100000, "Hz"});
+    visit("Duration", sampling.Duration, FieldRange{0.01, 3600, "s"});
+    visit("UpperVolts", sampling.UpperVolts, FieldRange{-10, 10, "V"});
+    visit("LowerVolts", sampling.LowerVolts, FieldRange{-10, 10, "V"});
+    visit("NumChannels", sampling.NumChannels, FieldRange{});
+    visit("NumSamples", sampling.NumSamples, FieldRange{});
+    visit("Repeat", sampling.Repeat, FieldRange{1, 500, ""});
+    auto& trigger = settings.trigger;
+    visit("TriggerLevel", trigger.TriggerLevel, FieldRange{-9.8, 9.8, "V"});
+    visit("TriggerRising", trigger.TriggerRising, FieldRange{});
+    visit("Pretrigger", trigger.Pretrigger, FieldRange{0, 95, "%"});
+    visit("TriggerChannel", trigger.TriggerChannel, FieldRange{0, 63, ""});
+    visit("RandomSound", trigger.RandomSound, FieldRange{});
+    visit("RandomRatio", trigger.RandomRatio, FieldRange{0, int16Max, ""});
+    auto& sound = settings.sound;
+    visit("SoundBefore", sound.SoundBefore, FieldRange{});
+    visit("SoundAvailable", sound.SoundAvailable, FieldRange{});
+    visit("SoundFreq", sound.SoundFreq, FieldRange{5, 10000, "Hz"});
+    visit("SoundDuration", sound.SoundDuration, FieldRange{0.02, 30, "s"});
+    visit("SoundAfter", sound.SoundAfter, FieldRange{});
+}
+
+/// The names of all fields, in the order of the setup file.
+std::vector<std::string> fieldNames();
+
+/// Sets one field by its name from text, as a user types it: numbers with "." as decimal separator, True/False (also
+/// 1/0, yes/no) for yes/no fields, up to eight comma-separated numbers for DIOLatency and DIOState. Errors: NotFound
+/// for an unknown name; InvalidValue, naming the field, its range and what was given, for a value that is no such
+/// number, lies outside the range or would be cut, and for the fields that the program derives itself.
+Result<void> setField(AcqSettings& settings, std::string_view name, std::string_view text);
+
+} // namespace tavex2

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "acquisition/records/ProgramState.h"
+#include "platform/Messages.h"
+#include "platform/SettingsStore.h"
+
+#include <functional>
+
+namespace tavex2 {
+
+/// The end of the program: asks about a trial that was not saved, then stores the persisted settings.
+/// `saveTrial` runs the binary save and says whether the trial was saved. True when the program may end; False keeps it
+/// running with nothing stored (the user cancelled, or the trial was to be saved and was not).
+bool prepareExit(const ProgramState& state, Messages& messages, SettingsStore& store,
+                 const std::function<bool()>& saveTrial);
+
+} // namespace tavex2

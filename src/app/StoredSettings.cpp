@@ -1,0 +1,26 @@
+#include "app/StoredSettings.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace tavex2 {
+
+std::string readText(const SettingsStore& store, const StoredKey& key, std::string_view whenMissing) {
+    return store.read(key.application, key.section, key.key).value_or(std::string(whenMissing));
+}
+
+void writeText(SettingsStore& store, const StoredKey& key, std::string_view value) {
+    store.write(key.application, key.section, key.key, value);
+}
+
+bool readBoolean(const SettingsStore& store, const StoredKey& key) {
+    std::string text = readText(store, key, "False");
+    std::ranges::transform(text, text.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return text == "true";
+}
+
+void writeBoolean(SettingsStore& store, const StoredKey& key, bool value) {
+    writeText(store, key, value ? "True" : "False");
+}
+
+} // namespace tavex2

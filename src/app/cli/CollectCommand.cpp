@@ -1,0 +1,221 @@
+#include "app/cli/CollectCommand.h"
+
+#include "acquisition/RunController.h"
+#include "acquisition/StartCondition.h"
+#include "app/Boards.h"
+#include "app/SettingsArguments.h"
+#include "app/cli/ConsoleRun.h"
+#include "base/Windows1252.h"
+#include "files/FileIO.h"
+#include "files/LmbLayout.h"
+#include "platform/AnalogInput.h"
+#include "platform/ChannelList.h"
+#include "platform/DigitalOutput.h"
+#include "platform/QueueEventLoop.h"
+#include "platform/SoundOutput.h"
+#include "platform/SteadyClock.h"
+#include "platform/VirtualClock.h"
+
+#include <nlohmann/json.hpp>
+
+#include <atomic>
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <memory>
+#include <system_error>
+
+namespace tavex2 {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+std::atomic<bool> interrupted{false};
+
+/// Turns an interrupt (Ctrl+C) into a flag for as long as it lives.
+class InterruptGuard {
+  public:
+    InterruptGuard() : m_before(std::signal(SIGINT, [](int) { interrupted = true; })) { interrupted = false; }
+    ~InterruptGuard() { std::signal(SIGINT, m_before); }
+    InterruptGuard(const InterruptGuard&) = delete;
+    InterruptGuard& operator=(const InterruptGuard&) = delete;
+
+  private:
+    void (*m_before)(int);
+};
+
+/// Saves each trial as it arrives and remembers what was written.
+class SavingSink final : public TrialSink {
+  public:
+    SavingSink(ProgramState& state, fs::path folder) : m_state(state), m_folder(std::move(folder)) {}
+
+    Json trials = Json::array();
+    std::string text;
+    std::vector<std::string> problems;
+
+    void autosave(int) override { save(); }
+
+    void save() {
+        if (!problems.empty()) return; // one reason is enough, and later trials would meet it too
+        const Result<fs::path> written = WriteLmbToFreeName(m_folder, m_state, localTimeNow());
+        if (!written) {
+            problems.push_back(oneLine(written.error().text));
+            return;
+        }
+        m_state.flags.TrialNotSaved = false;
+        const SamplingSettings& taken = m_state.trials.CurrentSettings;
+        const std::string file = written.value().string();
+        trials.push_back({{"TrialName", m_state.TrialName},
+                          {"File", file},
+                          {"NumChannels", taken.NumChannels},
+                          {"NumSamples", taken.NumSamples},
+                          {"Rate", taken.Rate},
+                          {"Duration", taken.Duration}});
+        text += file + ": " + std::to_string(taken.NumChannels) + " channels x " + std::to_string(taken.NumSamples) +
+                " samples at " + std::to_string(taken.Rate) + " Hz\n";
+    }
+
+  private:
+    ProgramState& m_state;
+    fs::path m_folder;
+};
+
+/// Finds out before the subject has made an effort whether the trials will have a place to go.
+Result<void> checkFolder(const fs::path& folder, std::uintmax_t bytesNeeded) {
+    std::error_code problem;
+    const std::string name = "The output folder " + folder.string();
+    if (!fs::exists(folder, problem))
+        return Error{ErrorKind::NotFound, name + " does not exist. Create it or choose another one."};
+    if (!fs::is_directory(folder, problem))
+        return Error{ErrorKind::InvalidValue, name + " is not a folder. Choose another one."};
+    const fs::path probe = folder / ".tavex2-write-probe";
+    const bool writable = std::ofstream(probe).put(' ').flush().good();
+    fs::remove(probe, problem);
+    const std::uintmax_t available = fs::space(folder, problem).available;
+    if (!problem && available < bytesNeeded)
+        return Error{ErrorKind::WriteFailed, name + " has room for " + std::to_string(available / 1024) +
+                                                 " KiB but the trials need " + std::to_string(bytesNeeded / 1024 + 1) +
+                                                 " KiB. Make room or choose another one."};
+    if (!writable)
+        return Error{ErrorKind::WriteFailed,
+                     name + " cannot be written to. Choose another one or change its permissions."};
+    return {};
+}
+
+Result<void> checkPicture(const std::optional<fs::path>& picture) {
+    if (!picture) return {};
+    const fs::path folder = picture->has_parent_path() ? picture->parent_path() : fs::path(".");
+    std::error_code ignored;
+    if (fs::is_directory(folder, ignored)) return {};
+    return Error{ErrorKind::NotFound,
+                 "The picture's folder " + folder.string() + " does not exist. Create it or choose another one."};
+}
+
+/// What the trials will need on the disk; 0 when the channel list says nothing sensible, which the board will refuse.
+std::uintmax_t bytesOfTrials(const AcqSettings& settings, int trials) {
+    const Result<std::vector<int>> channels = parseChannelList(settings.sampling.Channels.trimmed(), mostChannels);
+    if (!channels) return 0;
+    const auto bytes = lmbFileBytes(static_cast<int>(channels.value().size()), samplesPerTrial(settings.sampling));
+    return bytes ? bytes.value() * static_cast<std::uintmax_t>(trials) *
+                       static_cast<std::uintmax_t>(settings.sampling.Repeat)
+                 : 0;
+}
+
+/// The settings of a collection that nobody watches: every trial is saved as it arrives, nothing is asked.
+Result<void> prepareSettings(ProgramState& state, const std::vector<std::string>& arguments) {
+    if (auto set = applySettings(state.settings, arguments); !set) return set;
+    SetupOptions& setup = state.settings.setup;
+    setup.Autosave = true;
+    setup.Comments = false;
+    setup.PauseToReset = false;
+    state.flags.TriggerEnabled = setup.TriggerMode == 1;
+    return {};
+}
+
+/// Runs one collection to its end, or until the user interrupts the program.
+void collectOne(RunController& run, QueueEventLoop& events, VirtualClock& fastClock) {
+    constexpr std::chrono::milliseconds betweenLooks{100};
+    fastClock.setFreeRunning(false); // the stimuli are timed by the run, then time is free to run
+    run.Collect();
+    fastClock.setFreeRunning(true);
+    while (!events.runUntil([&run] { return !run.busy(); }, betweenLooks))
+        if (interrupted) run.Stop();
+}
+
+/// Picture of the last trial.
+Result<void> drawLast(const ProgramState& state, const fs::path& path, const CommandLineServices& services) {
+    TrialPicture picture;
+    picture.trial = state.trials.CurrentTrial;
+    picture.rateHz = state.trials.CurrentSettings.Rate;
+    picture.title = state.TrialName;
+    picture.path = path;
+    for (int channel = 1; channel <= picture.trial->channels(); ++channel)
+        picture.labels.push_back(utf8FromWindows1252(state.header.Labels[static_cast<std::size_t>(channel)].trimmed()));
+    return services.drawPicture(picture);
+}
+
+} // namespace
+
+int collectTrials(const CollectRequest& request, const CommandLineServices& services) {
+    const auto fail = [&services](const std::string& problem) {
+        services.err << "tavex2: " << oneLine(problem) << '\n';
+        return 1;
+    };
+    ProgramState state;
+    if (const auto ready = prepareSettings(state, request.settings); !ready) return fail(ready.error().text);
+    if (const auto ready = checkPicture(request.plot); !ready) return fail(ready.error().text);
+
+    SteadyClock steadyClock;
+    VirtualClock virtualClock;
+    MillisecondClock& clock = request.fast ? static_cast<MillisecondClock&>(virtualClock) : steadyClock;
+    const Result<OpenBoards> boards = openBoards(request.board, services.store, clock);
+    if (!boards) return fail(boards.error().text);
+    SetupOptions& setup = state.settings.setup;
+    setup.Device = boards.value().device.value_or(setup.Device);
+    QueueEventLoop events;
+    AnalogInput input(boards.value().list, events);
+    DigitalOutput digitalOutput(input);
+    input.selectDevice(setup.Device);
+    input.config.start = startConditionFor(state.settings, state.flags.TriggerEnabled);
+    if (const auto ready = checkFolder(request.folder, bytesOfTrials(state.settings, request.trials)); !ready)
+        return fail(ready.error().text);
+
+    SavingSink sink(state, request.folder);
+    ConsoleMessages messages;
+    SilentRunView view;
+    NoSound sound;
+    RunController run(state, {.analogInput = input,
+                              .digitalOutput = digitalOutput,
+                              .clock = clock,
+                              .events = events,
+                              .messages = messages,
+                              .sound = sound,
+                              .view = view,
+                              .sink = sink,
+                              .random = [] { return 0.0; },
+                              .toneFile = {}});
+    const InterruptGuard guard;
+    std::vector<std::string> problems;
+    for (int trial = 0; trial < request.trials && problems.empty(); ++trial) {
+        collectOne(run, events, virtualClock);
+        problems = messages.takeProblems();
+        if (interrupted) problems.emplace_back("Interrupted; the trial that was being taken is lost.");
+        // A board that failed leaves the part of a trial that had arrived.
+        if (state.flags.TrialNotSaved && hasCurrentTrial(state)) sink.save();
+        problems.insert(problems.end(), sink.problems.begin(), sink.problems.end());
+    }
+    if (problems.empty() && request.plot)
+        if (const auto drawn = drawLast(state, *request.plot, services); !drawn) problems.push_back(drawn.error().text);
+
+    if (request.json)
+        services.out << Json{{"Board", input.deviceDescription()}, {"Trials", sink.trials}}.dump(2) << '\n';
+    else
+        services.out << sink.text;
+    for (const std::string& problem : problems)
+        fail(problem);
+    return problems.empty() ? 0 : 1;
+}
+
+} // namespace tavex2

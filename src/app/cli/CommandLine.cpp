@@ -1,0 +1,91 @@
+#include "app/cli/CommandLine.h"
+
+#include "app/Version.h"
+#include "app/cli/BoardsCommand.h"
+#include "app/cli/CollectCommand.h"
+#include "app/cli/ConsoleRun.h"
+#include "app/cli/PlotCommand.h"
+#include "app/cli/ShowCommand.h"
+
+#include <CLI/CLI.hpp>
+
+namespace tavex2 {
+
+namespace {
+
+constexpr int done = 0;
+constexpr int failed = 1;
+constexpr int wrongUsage = 2;
+
+/// Prints the error of a command that failed, on one line.
+int report(const Result<void>& result, std::ostream& err) {
+    if (result) return done;
+    err << "tavex2: " << oneLine(result.error().text) << '\n';
+    return failed;
+}
+
+constexpr const char* settingHelp = "A setting by its name, such as Channels=0:3, Rate=1000 or Duration=2; repeatable";
+constexpr const char* boardHelp = "A device number, or simulator, simulator:seed=7, recording:PATH";
+
+} // namespace
+
+CommandLineResult runCommandLine(int argc, const char* const* argv, const CommandLineServices& services) {
+    CLI::App app{"Tavex2, analog data acquisition. Without a command it opens the window.", "tavex2"};
+    app.set_version_flag("--version", std::string("tavex2 ") + versionText);
+    app.require_subcommand(0, 1);
+
+    WindowRequest window;
+    app.add_option("--board", window.board, boardHelp)->type_name("SPEC");
+    app.add_option("--set", window.settings, settingHelp)->type_name("NAME=VALUE")->allow_extra_args(false);
+
+    CollectRequest collect;
+    CLI::App* collectCommand = app.add_subcommand("collect", "Collect trials and save them");
+    collectCommand->add_option("--set", collect.settings, settingHelp)
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+    collectCommand->add_option("--board", collect.board, boardHelp)->type_name("SPEC");
+    collectCommand->add_option("--trials", collect.trials, "Number of collections, one after the other")
+        ->check(CLI::Range(1, 9999));
+    collectCommand->add_option("--out", collect.folder, "Folder for the trial files; it must exist")->type_name("DIR");
+    collectCommand->add_option("--format", collect.formats, "File format: lmb")
+        ->check(CLI::IsMember({"lmb"}))
+        ->allow_extra_args(false);
+    collectCommand->add_flag("--fast", collect.fast, "Let a simulated or recorded board deliver as fast as it can");
+    collectCommand->add_option("--plot", collect.plot, "Draw the last trial into this PNG file")->type_name("F.png");
+    collectCommand->add_flag("--json", collect.json, "Print the result as JSON");
+
+    ShowRequest show;
+    CLI::App* showCommand = app.add_subcommand("show", "Print what a trial file holds");
+    showCommand->add_option("FILE", show.file, "A .lmb file")->required();
+    showCommand->add_flag("--json", show.json, "Print as JSON");
+
+    PlotRequest plot;
+    CLI::App* plotCommand = app.add_subcommand("plot", "Draw a trial file into a picture");
+    plotCommand->add_option("FILE", plot.file, "A .lmb file")->required();
+    plotCommand->add_option("PICTURE", plot.picture, "The PNG file to write")->required();
+    plotCommand->add_option("--width", plot.widthPixels, "Width in pixels")->check(CLI::Range(100, 20000));
+    plotCommand->add_option("--height", plot.heightPixels, "Height in pixels")->check(CLI::Range(100, 20000));
+
+    bool boardsAsJson = false;
+    CLI::App* boardsCommand = app.add_subcommand("boards", "List the boards that can be used");
+    boardsCommand->add_flag("--json", boardsAsJson, "Print as JSON");
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& problem) {
+        if (problem.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) { // --help, --version
+            app.exit(problem, services.out, services.err);
+            return {done, std::nullopt};
+        }
+        services.err << "tavex2: " << oneLine(problem.what()) << ". 'tavex2 --help' tells how to use it.\n";
+        return {wrongUsage, std::nullopt};
+    }
+
+    if (*collectCommand) return {collectTrials(collect, services), std::nullopt};
+    if (*showCommand) return {report(showFile(show, services.out), services.err), std::nullopt};
+    if (*plotCommand) return {report(plotFile(plot, services.drawPicture), services.err), std::nullopt};
+    if (*boardsCommand) return {report(listBoards(boardsAsJson, services), services.err), std::nullopt};
+    return {done, window};
+}
+
+} // namespace tavex2

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "base/Result.h"
+
+#include <filesystem>
+#include <ostream>
+
+namespace tavex2 {
+
+struct ShowRequest {
+    std::filesystem::path file;
+    bool json = false;
+};
+
+/// Writes what a trial file holds: header, labels and units of the slots in use, comments and, for each channel,
+/// minimum, maximum and mean in volts. As text for people, or as one JSON object with the records' field names.
+Result<void> showFile(const ShowRequest& request, std::ostream& out);
+
+} // namespace tavex2

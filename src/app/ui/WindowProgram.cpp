@@ -1,0 +1,138 @@
+#include "app/ui/WindowProgram.h"
+
+#include "acquisition/RunController.h"
+#include "acquisition/StartCondition.h"
+#include "app/Exit.h"
+#include "app/SettingsArguments.h"
+#include "app/StartUp.h"
+#include "app/ui/frmMain.h"
+#include "base/PathText.h"
+#include "files/SaveCommands.h"
+#include "platform/AnalogInput.h"
+#include "platform/BoardList.h"
+#include "platform/DigitalOutput.h"
+#include "platform/SoundOutput.h"
+#include "platform/SteadyClock.h"
+#include "platform/qt/QtEventLoop.h"
+#include "platform/qt/QtFileDialogs.h"
+#include "platform/qt/QtMessages.h"
+
+#include <QCoreApplication>
+#include <QStandardPaths>
+
+#include <cstdlib>
+#include <random>
+
+namespace tavex2 {
+
+namespace {
+
+std::optional<std::string> environmentValue(const char* name) {
+    const char* value = std::getenv(name);
+    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
+}
+
+std::filesystem::path programFolder() {
+    return pathFromText(QCoreApplication::applicationDirPath().toStdString());
+}
+
+std::filesystem::path userFolder() {
+    return pathFromText(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString());
+}
+
+/// Autosave through the save command.
+class AutosaveSink final : public TrialSink {
+  public:
+    explicit AutosaveSink(SaveCommands& save) : m_save(save) {}
+    // Every trial is saved as a binary file, also where the settings ask for a table, which this version cannot write.
+    void autosave(int) override { m_save.autosave(); }
+
+  private:
+    SaveCommands& m_save;
+};
+
+} // namespace
+
+/// Everything that the program is made of, in the order in which one part needs the other.
+struct WindowProgram::Parts {
+    explicit Parts(SettingsStore& settingsStore) : store(settingsStore) {}
+
+    SettingsStore& store;
+    SteadyClock clock;
+    ProgramState state;
+    std::mt19937 generator{std::random_device{}()};
+    QtEventLoop events;
+    NoSound sound;
+    BoardList boards;
+    AnalogInput analogInput{boards, events};
+    DigitalOutput digitalOutput{analogInput};
+    frmMain window{state};
+    QtMessages messages{&window};
+    QtFileDialogs dialogs{&window};
+    SaveCommands save{state, dialogs, messages, window};
+    AutosaveSink sink{save};
+    std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
+    RunController run{state,
+                      {.analogInput = analogInput,
+                       .digitalOutput = digitalOutput,
+                       .clock = clock,
+                       .events = events,
+                       .messages = messages,
+                       .sound = sound,
+                       .view = window,
+                       .sink = sink,
+                       .random = [this] { return std::uniform_real_distribution<double>(0.0, 1.0)(generator); },
+                       .toneFile = toneFile}};
+    StartUpResult startUpResult;
+};
+
+WindowProgram::WindowProgram(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
+
+WindowProgram::~WindowProgram() = default;
+
+Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest& request, SettingsStore& store) {
+    auto made = std::make_unique<Parts>(store);
+    Parts& parts = *made;
+    // Paths on the command line are meant from the folder in which the program was started, which start-up leaves.
+    AcqSettings& settings = parts.state.settings;
+    Result<OpenBoards> boards = openBoards(request.board, store, parts.clock);
+    if (!boards) return boards.error();
+    parts.boards = std::move(boards.value().list);
+
+    parts.analogInput.selectDevice(settings.setup.Device);
+    parts.startUpResult = startUp(parts.state, {.store = store,
+                                                .sound = parts.sound,
+                                                .digitalOutput = parts.digitalOutput,
+                                                .programFolder = programFolder(),
+                                                .toneFile = parts.toneFile,
+                                                .environment = environmentValue});
+    if (const Result<void> set = applySettings(settings, request.settings); !set) return set.error();
+    settings.setup.Device = boards.value().device.value_or(settings.setup.Device);
+    parts.state.flags.TriggerEnabled = settings.setup.TriggerMode == 1;
+    parts.analogInput.config.start = startConditionFor(settings, parts.state.flags.TriggerEnabled);
+    parts.analogInput.selectDevice(settings.setup.Device);
+
+    parts.window.connectCommands({.run = parts.run,
+                                  .save = parts.save,
+                                  .deviceDescription = [&parts] { return parts.analogInput.deviceDescription(); },
+                                  .prepareExit =
+                                      [&parts] {
+                                          return prepareExit(parts.state, parts.messages, parts.store,
+                                                             [&parts] { return parts.save.mnuSave_Click(); });
+                                      }});
+    parts.window.showStartUp(parts.startUpResult.spreadsheetItem);
+    return std::unique_ptr<WindowProgram>(new WindowProgram(std::move(made)));
+}
+
+void WindowProgram::show() {
+    if (m_parts->startUpResult.maximized)
+        m_parts->window.showMaximized();
+    else
+        m_parts->window.show();
+}
+
+frmMain& WindowProgram::window() {
+    return m_parts->window;
+}
+
+} // namespace tavex2

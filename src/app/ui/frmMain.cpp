@@ -1,0 +1,275 @@
+#include "app/ui/frmMain.h"
+
+#include "acquisition/RunController.h"
+#include "app/MenuState.h"
+#include "app/ui/frmWaiting.h"
+#include "display/ui/TrialGraphs.h"
+#include "ui_frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
+#include <QSet>
+#include <QToolButton>
+
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+
+/// The icons lie in this library, which a linker takes nothing from without being asked. Outside any namespace, as the
+/// toolkit wants it.
+static void useIcons() { Q_INIT_RESOURCE(icons); }
+
+namespace tavex2 {
+
+namespace {
+
+/// The panels of the status bar: text for the user, how far a trial is, the board in use.
+QLabel* panel(QWidget* parent, const char* name, const QString& accessibleName) {
+    auto* label = new QLabel(parent);
+    label->setObjectName(QLatin1String(name));
+    label->setAccessibleName(accessibleName);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QProgressBar* progressPanel(QWidget* parent) {
+    auto* bar = new QProgressBar(parent);
+    bar->setObjectName(QStringLiteral("prgTrial"));
+    bar->setAccessibleName(QObject::tr("Progress of the trial"));
+    bar->setMaximumWidth(bar->fontMetrics().horizontalAdvance(QLatin1Char('0')) * 30);
+    bar->hide();
+    return bar;
+}
+
+} // namespace
+
+frmMain::frmMain(ProgramState& state)
+    : m_state(state), m_ui(std::make_unique<Ui::frmMain>()), m_waiting(new frmWaiting(this)) {
+    useIcons();
+    m_ui->setupUi(this);
+    m_graphs = std::make_unique<TrialGraphs>(*m_ui->cwG, *m_ui->cwGLast, *m_ui->cwGAvg);
+    m_ui->cwG->setEmptyText(tr("Press Collect (Space)"));
+    m_ui->cwGLast->setEmptyText(tr("The trial before the current one"));
+    m_ui->cwGAvg->setEmptyText(tr("The average of the trials that you save"));
+
+    m_statusPanel = panel(this, "StatusPanel1", tr("Status"));
+    m_devicePanel = panel(this, "StatusPanel2", tr("A/D board"));
+    m_progress = progressPanel(this);
+    m_ui->StatusBar->addWidget(m_statusPanel, 1);
+    m_ui->StatusBar->addPermanentWidget(m_progress);
+    m_ui->StatusBar->addPermanentWidget(m_devicePanel);
+
+    m_ui->mnuLastTrial->setChecked(true);
+    m_ui->mnuAveragedTrials->setChecked(true);
+    describeForAssistance();
+}
+
+frmMain::~frmMain() {
+    setBusyPointer(false);
+}
+
+/// Names for screen readers, and the key texts of the tool bar as the names of its buttons.
+void frmMain::describeForAssistance() {
+    for (QAction* action : m_ui->tbToolBar->actions()) {
+        if (auto* button = qobject_cast<QToolButton*>(m_ui->tbToolBar->widgetForAction(action))) {
+            button->setObjectName(action->objectName().mid(2));
+            button->setAccessibleName(action->text());
+        }
+    }
+    m_ui->tbToolBar->setAccessibleName(m_ui->tbToolBar->windowTitle());
+    m_ui->mnuBar->setAccessibleName(tr("Menus"));
+}
+
+void frmMain::connectCommands(MainCommands commands) {
+    m_commands = std::make_unique<MainCommands>(std::move(commands));
+    QSet<const QAction*> built;
+    const auto on = [&](std::initializer_list<QAction*> actions, const auto& command) {
+        for (QAction* action : actions) {
+            connect(action, &QAction::triggered, this, command);
+            built.insert(action);
+        }
+    };
+    RunController& run = m_commands->run;
+    SaveCommands& save = m_commands->save;
+
+    // A repeat that arrives while its predecessor is being saved waits.
+    on({m_ui->mnuSave, m_ui->tbSave}, [&run, &save] {
+        const RunController::Hold hold(run);
+        save.mnuSave_Click();
+    });
+    on({m_ui->mnuSaveAs, m_ui->tbSaveAs}, [&run, &save] {
+        const RunController::Hold hold(run);
+        save.mnuSaveAs_Click();
+    });
+    on({m_ui->mnuExit}, [this] { mnuExit_Click(); });
+
+    on({m_ui->mnuLastTrial}, [this](bool shown) { mnuLastTrial_Click(shown); });
+    on({m_ui->mnuAveragedTrials}, [this](bool shown) { mnuAveragedTrials_Click(shown); });
+
+    on({m_ui->mnuAcquire, m_ui->tbCollect}, [&run] { run.Collect(); });
+    on({m_ui->tbStop}, [&run] { run.Stop(); });
+    on({m_ui->mnuClearAverage}, [&run] { run.mnuClearAverage_Click(); });
+    connect(m_waiting, &frmWaiting::stopRequested, this, [&run] { run.Stop(); });
+
+    const std::array options{m_ui->mnuOption_0, m_ui->mnuOption_1, m_ui->mnuOption_2, m_ui->mnuOption_3,
+                             m_ui->mnuOption_4};
+    for (std::size_t index = 0; index < options.size(); ++index)
+        on({options[index]}, [this, index](bool checked) { mnuOption_Click(static_cast<int>(index), checked); });
+    on({m_ui->mnuAutosaveWithoutAsking}, [this](bool checked) { m_state.autosaveWithoutAsking = checked; });
+
+    disableAllBut(built);
+}
+
+/// Commands that this version does not have yet cannot be chosen and say why.
+void frmMain::disableAllBut(const QSet<const QAction*>& built) {
+    const QString reason = tr("not in this version yet");
+    for (QAction* action : findChildren<QAction*>()) {
+        if (action->menu() != nullptr || action->isSeparator() || built.contains(action)) continue;
+        const QString tip = QStringLiteral("%1 (%2)").arg(action->toolTip(), reason);
+        action->setEnabled(false);
+        action->setToolTip(tip);
+        action->setStatusTip(tip);
+    }
+}
+
+void frmMain::showStartUp(int spreadsheetItem) {
+    const SetupOptions& setup = m_state.settings.setup;
+    m_ui->mnuOption_0->setChecked(setup.Autosave);
+    m_ui->mnuOption_3->setChecked(setup.StartMaximized);
+    m_ui->mnuAutosaveWithoutAsking->setChecked(m_state.autosaveWithoutAsking);
+    const std::array items{m_ui->mnuSpreadsheet_0, m_ui->mnuSpreadsheet_1, m_ui->mnuSpreadsheet_2};
+    items[static_cast<std::size_t>(spreadsheetItem)]->setChecked(true);
+    RedrawTrials();
+    UpdateMenus();
+}
+
+// What the logic shows ------------------------------------------------------------------------------------------------
+
+void frmMain::setStatusText(const std::string& text) {
+    const QString shown = QString::fromStdString(text);
+    m_statusPanel->setText(shown);
+    m_statusPanel->setToolTip(shown);
+}
+
+void frmMain::setBusyPointer(bool busy) {
+    if (busy == m_busyPointer) return;
+    m_busyPointer = busy;
+    if (busy)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+void frmMain::setStopEnabled(bool enabled) {
+    m_ui->tbStop->setEnabled(enabled);
+}
+
+void frmMain::setWaitingShown(bool shown) {
+    m_waiting->setVisible(shown);
+}
+
+void frmMain::showProgress(const std::optional<AnalogProgress>& progress) {
+    m_progress->setVisible(progress.has_value());
+    if (!progress) return;
+    if (progress->waitingForTrigger) {
+        m_progress->setRange(0, 0); // moves without saying how far
+        return;
+    }
+    const double rateHz = m_state.settings.sampling.Rate;
+    constexpr int steps = 1000;
+    m_progress->setRange(0, steps);
+    m_progress->setValue(
+        static_cast<int>(steps * progress->scansInBlock / std::max<std::int64_t>(progress->blockScans, 1)));
+    m_progress->setFormat(tr("%1 of %2 s")
+                              .arg(static_cast<double>(progress->scansInBlock) / rateHz, 0, 'f', 1)
+                              .arg(static_cast<double>(progress->blockScans - 1) / rateHz, 0, 'f', 1));
+}
+
+void frmMain::RedrawTrials() {
+    m_graphs->RedrawTrials(m_state);
+}
+
+void frmMain::UpdateMenus() {
+    const MenuState menus = menuState(m_state);
+    m_ui->mnuSave->setEnabled(menus.dataCommands);
+    m_ui->mnuSaveAs->setEnabled(menus.dataCommands);
+    m_ui->mnuExport->setEnabled(menus.dataCommands);
+    m_ui->tbSave->setEnabled(menus.dataCommands);
+    m_ui->tbSaveAs->setEnabled(menus.dataCommands);
+    m_ui->mnuExportOverlay->setEnabled(menus.overlayCommands);
+    m_ui->mnuLegend->setChecked(menus.legendChecked);
+    setStatusText("Ready");
+    m_devicePanel->setText(QString::fromStdString(m_commands->deviceDescription()));
+}
+
+void frmMain::UpdateCaption() {
+    setWindowTitle(QString::fromStdString(captionFor(m_state)));
+}
+
+void frmMain::editComments() {}
+
+void frmMain::processPending() {
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+// Commands of the window itself ---------------------------------------------------------------------------------------
+
+void frmMain::mnuOption_Click(int index, bool checked) {
+    SetupOptions& setup = m_state.settings.setup;
+    switch (index) {
+    case 0:
+        setup.Autosave = checked;
+        break;
+    case 1:
+        m_state.flags.DebugMode = checked;
+        break;
+    case 2:
+        setup.PauseToReset = checked;
+        break;
+    case 3:
+        setup.StartMaximized = checked;
+        checked ? showMaximized() : showNormal();
+        break;
+    case 4:
+        setup.SaveOffsets = checked;
+        break;
+    default:
+        break;
+    }
+}
+
+void frmMain::mnuLastTrial_Click(bool shown) {
+    m_ui->cwGLast->setVisible(shown);
+}
+
+void frmMain::mnuAveragedTrials_Click(bool shown) {
+    m_ui->cwGAvg->setVisible(shown);
+}
+
+/// A collection in progress is stopped first, with its own question; then the exit routine asks and stores.
+bool frmMain::mayExit() {
+    if (m_commands->run.busy()) {
+        m_commands->run.Stop();
+        if (m_commands->run.busy()) return false;
+    }
+    return m_commands->prepareExit();
+}
+
+void frmMain::mnuExit_Click() {
+    close();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (!m_exiting && !mayExit()) {
+        event->ignore();
+        return;
+    }
+    m_exiting = true;
+    event->accept();
+    QApplication::quit();
+}
+
+} // namespace tavex2

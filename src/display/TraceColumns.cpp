@@ -1,0 +1,71 @@
+#include "display/TraceColumns.h"
+
+#include <cmath>
+
+namespace tavex2 {
+
+namespace {
+
+bool usable(double sampleIntervalSeconds, const TimeWindow& window) {
+    return sampleIntervalSeconds > 0 && std::isfinite(sampleIntervalSeconds) && std::isfinite(window.left) &&
+           std::isfinite(window.right) && window.left != window.right && window.pixels > 0;
+}
+
+/// A time as a position among the samples, held inside [-1, samples] so that it can be counted with. Division by the
+/// interval may miss a sample by a rounding error; such a position is put back onto it.
+double position(double seconds, double sampleIntervalSeconds, std::int64_t samples) {
+    const double exact = std::clamp(seconds / sampleIntervalSeconds, -1.0, static_cast<double>(samples));
+    const double nearest = std::round(exact);
+    return std::abs(exact - nearest) < 1e-6 ? nearest : exact;
+}
+
+/// Adds the value of the line through the samples at a position; nothing beside the data or next to NaN.
+void addValueAt(const TracePyramid& trace, double at, Extent& column) {
+    if (at < 0 || at > static_cast<double>(trace.samples() - 1)) return;
+    const auto before = static_cast<std::int64_t>(at);
+    // What lies between these bounds is part of the column already; a look at them spares one into the samples.
+    if (column.contains(trace.bounds(before)) &&
+        column.contains(trace.bounds(std::min(before + 1, trace.samples() - 1))))
+        return;
+    const double fraction = at - static_cast<double>(before);
+    const double value = trace.sample(before);
+    column.add(fraction > 0 ? value + fraction * (trace.sample(before + 1) - value) : value);
+}
+
+} // namespace
+
+double samplesPerPixel(double sampleIntervalSeconds, const TimeWindow& window) {
+    if (!usable(sampleIntervalSeconds, window)) return 0;
+    return std::abs(window.right - window.left) / sampleIntervalSeconds / window.pixels;
+}
+
+void traceColumns(const TracePyramid& trace, double sampleIntervalSeconds, const TimeWindow& window,
+                  std::vector<Extent>& columns) {
+    columns.assign(static_cast<std::size_t>(std::max(window.pixels, 0)), Extent{});
+    if (!usable(sampleIntervalSeconds, window) || trace.samples() == 0) return;
+
+    const double span = window.right - window.left;
+    double edge = position(window.left, sampleIntervalSeconds, trace.samples());
+    for (int pixel = 0; pixel < window.pixels; ++pixel) {
+        const double seconds = window.left + span * (pixel + 1) / window.pixels;
+        const double next = position(seconds, sampleIntervalSeconds, trace.samples());
+        Extent& column = columns[static_cast<std::size_t>(pixel)];
+        const auto first = static_cast<std::int64_t>(std::ceil(std::min(edge, next)));
+        const auto last = static_cast<std::int64_t>(std::ceil(std::max(edge, next)));
+        column = trace.extent(first, last);
+        addValueAt(trace, edge, column);
+        addValueAt(trace, next, column);
+        edge = next;
+    }
+}
+
+SampleRange visibleSamples(std::int64_t samples, double sampleIntervalSeconds, const TimeWindow& window) {
+    if (!usable(sampleIntervalSeconds, window)) return {};
+    const auto [low, high] = std::minmax({window.left, window.right});
+    const auto first = static_cast<std::int64_t>(std::floor(position(low, sampleIntervalSeconds, samples)));
+    const auto last = static_cast<std::int64_t>(std::ceil(position(high, sampleIntervalSeconds, samples))) + 1;
+    const SampleRange range{std::clamp<std::int64_t>(first, 0, samples), std::clamp<std::int64_t>(last, 0, samples)};
+    return range.size() > 0 ? range : SampleRange{};
+}
+
+} // namespace tavex2

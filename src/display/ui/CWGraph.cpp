@@ -1,0 +1,238 @@
+#include "display/ui/CWGraph.h"
+
+#include "display/TraceColours.h"
+#include "display/ui/GraphAxis.h"
+#include "display/ui/TracePlottable.h"
+
+#include <QEvent>
+#include <QPainter>
+
+namespace tavex2 {
+
+namespace {
+
+constexpr QColor gridColour(0xDC, 0xDC, 0xDC);
+constexpr QColor hintColour(0x6E, 0x6E, 0x6E);
+
+QString rangeText(double from, double to, const char* unit) {
+    return QStringLiteral("%1 to %2 %3")
+        .arg(QString::number(from, 'g', 4), QString::number(to, 'g', 4), QLatin1String(unit));
+}
+
+} // namespace
+
+CWGraph::CWGraph(QWidget* parent)
+    : QCustomPlot(parent), m_timeAxis(new GraphAxis(xAxis)), m_voltageAxis(new GraphAxis(yAxis)),
+      m_emptyText(new QCPItemText(this)) {
+    setFocusPolicy(Qt::StrongFocus);
+    for (int position = 0; position < traceColourCount; ++position)
+        m_plots.push_back(new TracePlottable(xAxis, yAxis, position));
+
+    QCPAxisRect& area = *axisRect();
+    area.setBackground(QBrush(Qt::white));
+    area.setupFullAxesBox();
+    // One pixel outside, so that the frame hides neither the first nor the last column of a trace.
+    for (QCPAxis* each : {xAxis, yAxis, xAxis2, yAxis2}) each->setOffset(1);
+    for (QCPAxis* each : {xAxis2, yAxis2}) {
+        each->setTicks(false);
+        each->setSubTicks(false);
+    }
+    for (QCPAxis* each : {xAxis, yAxis}) {
+        // Outward, because the plot area stays white where the palette may make ticks white too.
+        each->setTickLength(0, 5);
+        each->setSubTickLength(0, 2);
+        each->grid()->setPen(QPen(gridColour, 0, Qt::DotLine));
+        each->grid()->setZeroLinePen(QPen(gridColour.darker(120), 0, Qt::SolidLine));
+    }
+    xAxis->grid()->setZeroLinePen(Qt::NoPen);
+
+    m_emptyText->setSelectable(false);
+    m_emptyText->setPositionAlignment(Qt::AlignCenter);
+    m_emptyText->position->setType(QCPItemPosition::ptAxisRectRatio);
+    m_emptyText->position->setCoords(0.5, 0.5);
+    m_emptyText->setColor(hintColour);
+    m_emptyText->setBrush(QBrush(Qt::white));
+    m_emptyText->setPadding(QMargins(8, 4, 8, 4));
+    m_emptyText->setText(QString());
+
+    m_timeAxis->setLimits(0, 1);
+    m_voltageAxis->setLimits(-10, 10);
+    connect(m_timeAxis, &GraphAxis::changed, this, &CWGraph::showChange);
+    connect(m_voltageAxis, &GraphAxis::changed, this, &CWGraph::showChange);
+    applyPalette();
+    showChange();
+}
+
+CWGraph::~CWGraph() = default;
+
+void CWGraph::plot(const TrialData& trial, double sampleIntervalSeconds, double valueFactor) {
+    const bool shown = m_pyramid && m_pyramid->trial() == trial;
+    plot(shown ? m_pyramid : std::make_shared<const TrialPyramid>(trial), sampleIntervalSeconds, valueFactor);
+}
+
+void CWGraph::plot(std::shared_ptr<const TrialPyramid> pyramid, double sampleIntervalSeconds, double valueFactor) {
+    if (!pyramid || pyramid->channels() == 0) {
+        clearPlots();
+        return;
+    }
+    m_pyramid = std::move(pyramid);
+    m_sampleIntervalSeconds = sampleIntervalSeconds;
+    m_valueFactor = valueFactor;
+    const int channels = m_pyramid->channels();
+    while (static_cast<int>(m_plots.size()) < channels)
+        m_plots.push_back(new TracePlottable(xAxis, yAxis, static_cast<int>(m_plots.size())));
+    for (int position = 0; position < static_cast<int>(m_plots.size()); ++position) {
+        TracePlottable& plot = *m_plots[static_cast<std::size_t>(position)];
+        if (position < channels)
+            plot.setTrace(m_pyramid, position, sampleIntervalSeconds, valueFactor);
+        else
+            plot.clearTrace();
+    }
+    for (const Axis which : {Axis::Time, Axis::Voltage})
+        if (autoScale(which)) rescaleOnce(which);
+    showChange();
+}
+
+void CWGraph::clearPlots() {
+    m_pyramid.reset();
+    for (TracePlottable* plot : m_plots)
+        plot->clearTrace();
+    showChange();
+}
+
+int CWGraph::plotCount() const {
+    return m_pyramid ? m_pyramid->channels() : 0;
+}
+
+GraphAxis& CWGraph::axis(Axis which) const {
+    return which == Axis::Time ? *m_timeAxis : *m_voltageAxis;
+}
+
+double CWGraph::axisMinimum(Axis which) const {
+    return axis(which).minimum();
+}
+double CWGraph::axisMaximum(Axis which) const {
+    return axis(which).maximum();
+}
+void CWGraph::setAxisMinimum(Axis which, double minimum) {
+    axis(which).setLimits(minimum, axis(which).maximum());
+}
+void CWGraph::setAxisMaximum(Axis which, double maximum) {
+    axis(which).setLimits(axis(which).minimum(), maximum);
+}
+void CWGraph::setAxisRange(Axis which, double minimum, double maximum) {
+    axis(which).setLimits(minimum, maximum);
+}
+
+bool CWGraph::autoScale(Axis which) const {
+    return axis(which).autoScale();
+}
+
+void CWGraph::setAutoScale(Axis which, bool on) {
+    axis(which).setAutoScale(on);
+    if (on) rescaleOnce(which);
+}
+
+void CWGraph::rescaleOnce(Axis which) {
+    if (!m_pyramid) return;
+    const auto range = which == Axis::Time ? plottedTime() : voltageRange(plottedVolts());
+    if (range) axis(which).setLimits(range->minimum, range->maximum);
+}
+
+QString CWGraph::axisCaption(Axis which) const {
+    return axis(which).caption();
+}
+
+void CWGraph::setAxisCaption(Axis which, const QString& caption) {
+    axis(which).setCaption(caption);
+    showChange();
+}
+
+QString CWGraph::labelScaleExpression(Axis which) const {
+    return axis(which).labelScaleExpression();
+}
+
+void CWGraph::setLabelScaleExpression(Axis which, const QString& expression) {
+    axis(which).setLabelScaleExpression(expression);
+}
+
+QString CWGraph::emptyText() const {
+    return m_emptyText->text();
+}
+
+void CWGraph::setEmptyText(const QString& text) {
+    m_emptyText->setText(text);
+    showChange();
+}
+
+AxisRange CWGraph::plottedTime() const {
+    return timeRange(m_pyramid->samples(), m_sampleIntervalSeconds);
+}
+
+Extent CWGraph::plottedVolts() const {
+    const Extent& whole = m_pyramid->whole();
+    return whole.empty() ? whole : Extent{whole.lowest * m_valueFactor, whole.highest * m_valueFactor};
+}
+
+/// What the graph shows in words: the data, and the view where it leaves out a part of them.
+QString CWGraph::description() const {
+    const QString subject = accessibleName().isEmpty() ? QString() : accessibleName() + QStringLiteral(": ");
+    if (!m_pyramid) return subject + QStringLiteral("no data");
+
+    const int channels = m_pyramid->channels();
+    const AxisRange time = plottedTime();
+    const Extent volts = plottedVolts();
+    QString text = subject + QStringLiteral("%1 %2 of %3 samples, time %4")
+                                 .arg(channels)
+                                 .arg(channels == 1 ? QStringLiteral("channel") : QStringLiteral("channels"))
+                                 .arg(m_pyramid->samples())
+                                 .arg(rangeText(time.minimum, time.maximum, "s"));
+    if (!volts.empty()) text += QStringLiteral(", voltage ") + rangeText(volts.lowest, volts.highest, "V");
+    const bool partly = xMinimum() > time.minimum || xMaximum() < time.maximum ||
+                        (!volts.empty() && (yMinimum() > volts.lowest || yMaximum() < volts.highest));
+    if (partly)
+        text += QStringLiteral("; in view: time %1, voltage %2")
+                    .arg(rangeText(xMinimum(), xMaximum(), "s"), rangeText(yMinimum(), yMaximum(), "V"));
+    return text;
+}
+
+void CWGraph::showChange() {
+    m_emptyText->setVisible(!m_pyramid && !emptyText().isEmpty());
+    setAccessibleDescription(description());
+    replot(rpQueuedReplot);
+}
+
+void CWGraph::changeEvent(QEvent* event) {
+    QCustomPlot::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange ||
+        event->type() == QEvent::StyleChange) {
+        applyPalette();
+        replot(rpQueuedReplot);
+    }
+}
+
+/// Always with the colours of an active window: being disabled only means that the mouse does nothing.
+void CWGraph::applyPalette() {
+    const QColor text = palette().color(QPalette::Active, QPalette::WindowText);
+    setBackground(QBrush(palette().color(QPalette::Active, QPalette::Window)));
+    for (GraphAxis* each : {m_timeAxis, m_voltageAxis})
+        each->setStyle(text, font());
+    for (QCPAxis* opposite : {xAxis2, yAxis2})
+        opposite->setBasePen(QPen(text));
+    m_emptyText->setFont(font());
+
+    // Numbers of usual width leave the plot areas of graphs above each other aligned.
+    const QFontMetrics metrics(font());
+    const int numbers = metrics.horizontalAdvance(QStringLiteral("-0000.0"));
+    axisRect()->setMinimumMargins(QMargins(numbers + metrics.height() + 20, 8, numbers / 2, 0));
+}
+
+void CWGraph::paintEvent(QPaintEvent* event) {
+    QCustomPlot::paintEvent(event);
+    if (!hasFocus()) return;
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Active, QPalette::Highlight));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+} // namespace tavex2

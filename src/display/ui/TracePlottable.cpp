@@ -1,0 +1,180 @@
+#include "display/ui/TracePlottable.h"
+
+#include "display/AxisRange.h"
+#include "display/TraceColours.h"
+
+#include <cmath>
+
+namespace tavex2 {
+
+namespace {
+
+/// Below this density (one sample in four pixels) a smooth line looks better than columns.
+constexpr double polylineSamplesPerPixel = 0.25;
+/// From this density on a line is a filled shape rather than a curve.
+constexpr double crowdedSamplesPerPixel = 2;
+/// The painter's own clipping is exact up to about here.
+constexpr double farthestPixel = 16000;
+/// A printer's resolution would ask for more columns than an eye can tell apart.
+constexpr double finestScale = 4;
+
+QColor toColour(Rgb rgb) {
+    return {rgb.red, rgb.green, rgb.blue};
+}
+
+} // namespace
+
+TracePlottable::TracePlottable(QCPAxis* keyAxis, QCPAxis* valueAxis, int position)
+    : QCPAbstractPlottable(keyAxis, valueAxis), m_colour(toColour(traceColour(position))) {
+    if (const auto outline = traceOutline(position)) m_outline = toColour(*outline);
+    setName(QStringLiteral("Plot-%1").arg(position + 1));
+    setPen(QPen(m_colour));
+    setSelectable(QCP::stNone);
+}
+
+void TracePlottable::setTrace(std::shared_ptr<const TrialPyramid> pyramid, int channel, double sampleIntervalSeconds,
+                              double valueFactor) {
+    m_pyramid = std::move(pyramid);
+    m_channel = channel;
+    m_sampleIntervalSeconds = sampleIntervalSeconds;
+    m_valueFactor = valueFactor;
+}
+
+void TracePlottable::clearTrace() {
+    m_pyramid.reset();
+}
+
+double TracePlottable::selectTest(const QPointF&, bool, QVariant*) const {
+    return -1;
+}
+
+QCPRange TracePlottable::getKeyRange(bool& foundRange, QCP::SignDomain) const {
+    foundRange = hasTrace();
+    if (!foundRange) return {};
+    const AxisRange range = timeRange(m_pyramid->samples(), m_sampleIntervalSeconds);
+    return {range.minimum, range.maximum};
+}
+
+QCPRange TracePlottable::getValueRange(bool& foundRange, QCP::SignDomain, const QCPRange&) const {
+    const Extent whole = hasTrace() ? m_pyramid->channel(m_channel).whole() : Extent{};
+    foundRange = !whole.empty();
+    return foundRange ? QCPRange(whole.lowest * m_valueFactor, whole.highest * m_valueFactor) : QCPRange();
+}
+
+TracePlottable::Canvas TracePlottable::canvas(const QCPPainter& painter) const {
+    Canvas canvas;
+    canvas.scale = std::clamp(painter.deviceTransform().m11(), 1.0, finestScale);
+    const QRectF area = QRectF(clipRect());
+    canvas.area = QRectF(area.topLeft() * canvas.scale, area.size() * canvas.scale).toAlignedRect();
+    canvas.thickness = std::max(1, static_cast<int>(std::lround(canvas.scale)));
+    canvas.rim = std::max(1, canvas.thickness / 2);
+    canvas.window = {mKeyAxis->pixelToCoord(canvas.area.left() / canvas.scale),
+                     mKeyAxis->pixelToCoord((canvas.area.left() + canvas.area.width()) / canvas.scale),
+                     canvas.area.width()};
+    const QCPRange volts = mValueAxis->range();
+    const double low = mValueAxis->coordToPixel(volts.lower) * canvas.scale;
+    const double high = mValueAxis->coordToPixel(volts.upper) * canvas.scale;
+    canvas.slope = (high - low) / volts.size();
+    canvas.offset = low - canvas.slope * volts.lower;
+    canvas.slope *= m_valueFactor;
+    return canvas;
+}
+
+void TracePlottable::draw(QCPPainter* painter) {
+    if (!m_pyramid || !mKeyAxis || !mValueAxis) return;
+    const Canvas canvas = this->canvas(*painter);
+    painter->save();
+    painter->scale(1 / canvas.scale, 1 / canvas.scale);
+    // Smoothing thick lines is slow, and needless where pixels are that fine.
+    const bool smooth =
+        canvas.thickness == 1 && samplesPerPixel(m_sampleIntervalSeconds, canvas.window) < polylineSamplesPerPixel;
+    if (!smooth || !drawPolyline(*painter, canvas)) drawColumns(*painter, canvas);
+    painter->restore();
+}
+
+void TracePlottable::drawColumns(QCPPainter& painter, const Canvas& canvas) {
+    // Where samples crowd, columns as wide as the line show as much as finer ones, in half the time on a fine screen.
+    const bool crowded = samplesPerPixel(m_sampleIntervalSeconds, canvas.window) >= crowdedSamplesPerPixel;
+    const int columnWidth = crowded ? canvas.thickness : 1;
+    TimeWindow window = canvas.window;
+    window.pixels = (canvas.window.pixels + columnWidth - 1) / columnWidth;
+    window.right =
+        window.left + (canvas.window.right - canvas.window.left) / canvas.window.pixels * columnWidth * window.pixels;
+    traceColumns(m_pyramid->channel(m_channel), m_sampleIntervalSeconds, window, m_columns);
+
+    // Beyond the area by more than a line with its rim nothing can be seen.
+    const double top = canvas.area.top() - 4 * canvas.thickness;
+    const double bottom = canvas.area.bottom() + 4 * canvas.thickness;
+    const int left = canvas.area.left() - (canvas.thickness - columnWidth) / 2;
+    m_rects.clear();
+    for (int i = 0; i < window.pixels; ++i) {
+        const Extent& column = m_columns[static_cast<std::size_t>(i)];
+        if (column.empty()) continue;
+        const auto [high, low] = std::minmax({canvas.y(column.highest), canvas.y(column.lowest)});
+        if (low < top || high > bottom) continue;
+        const int from = static_cast<int>(std::floor(std::max(high, top))) - (canvas.thickness - 1) / 2;
+        const int to = static_cast<int>(std::floor(std::min(low, bottom))) + canvas.thickness / 2;
+        m_rects.append(QRect(left + i * columnWidth, from, canvas.thickness, to - from + 1));
+    }
+
+    painter.setAntialiasing(false);
+    painter.setPen(Qt::NoPen);
+    if (m_outline.isValid()) {
+        const int rim = canvas.rim;
+        m_outlineRects.clear();
+        for (const QRect& rect : std::as_const(m_rects))
+            m_outlineRects.append(rect.adjusted(-rim, -rim, rim, rim));
+        painter.setBrush(m_outline);
+        painter.drawRects(m_outlineRects);
+    }
+    painter.setBrush(m_colour);
+    painter.drawRects(m_rects);
+}
+
+/// False, with nothing drawn, when a point lies so far away that the painter would lose precision.
+bool TracePlottable::drawPolyline(QCPPainter& painter, const Canvas& canvas) {
+    const TracePyramid& trace = m_pyramid->channel(m_channel);
+    const SampleRange range = visibleSamples(trace.samples(), m_sampleIntervalSeconds, canvas.window);
+    const double span = canvas.window.right - canvas.window.left;
+
+    // NaN breaks the line into pieces.
+    std::vector<QPolygonF> pieces(1);
+    for (std::int64_t i = range.first; i < range.last; ++i) {
+        const double volts = trace.sample(i);
+        if (std::isnan(volts)) {
+            if (!pieces.back().isEmpty()) pieces.emplace_back();
+            continue;
+        }
+        const double seconds = static_cast<double>(i) * m_sampleIntervalSeconds;
+        const QPointF point(canvas.area.left() + (seconds - canvas.window.left) / span * canvas.window.pixels,
+                            canvas.y(volts));
+        if (!(std::abs(point.x()) < farthestPixel && std::abs(point.y()) < farthestPixel)) return false;
+        pieces.back().append(point);
+    }
+
+    painter.setAntialiasing(true);
+    painter.setBrush(Qt::NoBrush);
+    const auto stroke = [&](const QColor& colour, int thickness) {
+        painter.setPen(QPen(colour, thickness, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        for (const QPolygonF& piece : pieces) {
+            if (piece.size() == 1)
+                painter.drawPoint(piece.front());
+            else
+                painter.drawPolyline(piece);
+        }
+    };
+    if (m_outline.isValid()) stroke(m_outline, canvas.thickness + 2 * canvas.rim);
+    stroke(m_colour, canvas.thickness);
+    return true;
+}
+
+void TracePlottable::drawLegendIcon(QCPPainter* painter, const QRectF& rect) const {
+    painter->save();
+    painter->setAntialiasing(false);
+    painter->setPen(m_outline.isValid() ? QPen(m_outline) : QPen(m_colour));
+    painter->setBrush(m_colour);
+    painter->drawRect(QRectF(rect.left(), rect.center().y() - 3, rect.width() - 1, 5));
+    painter->restore();
+}
+
+} // namespace tavex2

@@ -1,0 +1,63 @@
+#include "display/ui/TrialGraphs.h"
+
+#include "display/AxisRange.h"
+
+namespace tavex2 {
+
+namespace {
+
+void prepare(CWGraph& graph, const QString& timeCaption, const QString& name, const QString& hint) {
+    graph.setAxisCaption(CWGraph::Axis::Time, timeCaption);
+    graph.setAxisCaption(CWGraph::Axis::Voltage, QStringLiteral("Voltage (volts)"));
+    if (graph.accessibleName().isEmpty()) graph.setAccessibleName(name);
+    // Setting the text describes the graph anew, under its name.
+    graph.setEmptyText(graph.emptyText().isEmpty() ? hint : graph.emptyText());
+}
+
+void followData(CWGraph& graph, const SamplingSettings& settings) {
+    if (graph.plotCount() > 0)
+        graph.rescaleOnce(CWGraph::Axis::Time);
+    else
+        graph.setAxisRange(CWGraph::Axis::Time, 0, static_cast<double>(fullTimeExtentSeconds(settings)));
+    graph.rescaleOnce(CWGraph::Axis::Voltage);
+}
+
+} // namespace
+
+TrialGraphs::TrialGraphs(CWGraph& cwG, CWGraph& cwGLast, CWGraph& cwGAvg)
+    : m_cwG(cwG), m_cwGLast(cwGLast), m_cwGAvg(cwGAvg) {
+    prepare(cwG, QStringLiteral("Current Trial (seconds)"), QStringLiteral("Current trial"),
+            QStringLiteral("Press Collect (Space)"));
+    // Two blanks until the time unit is applied for the first time.
+    prepare(cwGLast, QStringLiteral("Last Trial  (seconds)"), QStringLiteral("Last trial"),
+            QStringLiteral("No last trial yet"));
+    prepare(cwGAvg, QStringLiteral("Saved Trials Average (seconds)"), QStringLiteral("Saved trials average"),
+            QStringLiteral("No trial saved yet"));
+}
+
+void TrialGraphs::RedrawTrials(const ProgramState& state) {
+    const TrialBuffers& trials = state.trials;
+    const bool averaged = trials.AverageCount > 0 && trials.AverageSum;
+
+    // All are looked up before the first graph changes, because a trial moves from one graph to another.
+    const auto current = pyramidOf(trials.CurrentTrial);
+    const auto last = trials.LastTrial == trials.CurrentTrial ? current : pyramidOf(trials.LastTrial);
+    const auto average = averaged ? pyramidOf(trials.AverageSum) : nullptr;
+
+    m_cwG.plot(current, sampleIntervalSeconds(trials.CurrentSettings));
+    m_cwGLast.plot(last, sampleIntervalSeconds(trials.LastSettings));
+    m_cwGAvg.plot(average, sampleIntervalSeconds(trials.AverageSettings), averaged ? 1.0 / trials.AverageCount : 1.0);
+
+    if (!state.settings.setup.DisplayAutoScale) return;
+    for (CWGraph* graph : {&m_cwG, &m_cwGLast, &m_cwGAvg})
+        followData(*graph, state.settings.sampling);
+}
+
+std::shared_ptr<const TrialPyramid> TrialGraphs::pyramidOf(const TrialData& trial) const {
+    if (!trial) return nullptr;
+    for (const CWGraph* graph : {&m_cwG, &m_cwGLast, &m_cwGAvg})
+        if (graph->pyramid() && graph->pyramid()->trial() == trial) return graph->pyramid();
+    return std::make_shared<const TrialPyramid>(trial);
+}
+
+} // namespace tavex2

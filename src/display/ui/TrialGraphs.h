@@ -1,0 +1,28 @@
+#pragma once
+
+#include "acquisition/records/ProgramState.h"
+#include "display/ui/CWGraph.h"
+
+namespace tavex2 {
+
+/// Fills the main window's three graphs: current trial, last trial, average of the saved trials. The graphs outlive it.
+/// User-interface thread.
+class TrialGraphs {
+  public:
+    /// Gives the graphs their first captions, and accessible names and hints where they have none.
+    TrialGraphs(CWGraph& cwG, CWGraph& cwGLast, CWGraph& cwGAvg);
+
+    /// Shows the trials of the buffers. With DisplayAutoScale True the voltage axes are rescaled to the data and the
+    /// time axes go from 0 to the extent of what each graph shows, or to the settings' Repeat x Duration on a graph
+    /// without a trial; otherwise the limits stay. Trials that are on a graph already are not read again.
+    void RedrawTrials(const ProgramState& state);
+
+  private:
+    std::shared_ptr<const TrialPyramid> pyramidOf(const TrialData& trial) const;
+
+    CWGraph& m_cwG;
+    CWGraph& m_cwGLast;
+    CWGraph& m_cwGAvg;
+};
+
+} // namespace tavex2

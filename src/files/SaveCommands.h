@@ -1,0 +1,64 @@
+#pragma once
+
+#include "acquisition/records/ProgramState.h"
+#include "platform/FileDialogs.h"
+#include "platform/LocalTime.h"
+#include "platform/Messages.h"
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace tavex2 {
+
+/// What the save commands need of the main window.
+class SaveView {
+  public:
+    virtual ~SaveView() = default;
+    virtual void setBusyPointer(bool busy) = 0;
+    /// Lets pending window events run while a long file is written. User input and finished trials must wait until the
+    /// command is done: the trial being saved stays the current one.
+    virtual void processPending() = 0;
+    virtual void UpdateMenus() = 0;
+    virtual void UpdateCaption() = 0;
+    virtual void RedrawTrials() = 0;
+    virtual void setStatusText(const std::string& text) = 0;
+};
+
+/// The commands that save the current trial as a binary trial file: Save, Save As and autosave. Called by the main
+/// window's menus, the run controller's autosave and the exit prompt. User-interface thread only.
+///
+/// Each returns whether the trial was saved. After success the file's name is the trial's, its folder is the data
+/// directory, no "not saved" flag is left and the trial has entered the average, once. Otherwise nothing has changed
+/// and the user has been told why, unless it was their own Cancel.
+class SaveCommands {
+  public:
+    SaveCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, SaveView& view,
+                 std::function<LocalTime()> now = localTimeNow);
+
+    /// Asks for a name and saves. A dialog that gives an empty path hands over to Save As.
+    bool mnuSave_Click();
+    bool mnuSaveAs_Click();
+
+    /// Saves a finished trial: the Save command, or, when the user wants no question, under the trial's name or the
+    /// next free one in the data directory, shown in the status bar.
+    bool autosave();
+
+  private:
+    bool hasTrial();
+    std::optional<std::filesystem::path> askName(const std::string& title);
+    bool saveChosen(const std::filesystem::path& chosen);
+    bool mayReplace(const std::filesystem::path& path);
+    bool saveUnasked();
+    void showFailure(const std::filesystem::path& path, const Error& error);
+    void enterSaved(const std::filesystem::path& path);
+
+    ProgramState& m_state;
+    FileDialogs& m_dialogs;
+    Messages& m_messages;
+    SaveView& m_view;
+    std::function<LocalTime()> m_now;
+};
+
+} // namespace tavex2

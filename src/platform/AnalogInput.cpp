@@ -1,0 +1,259 @@
+#include "platform/AnalogInput.h"
+
+#include "platform/AcquisitionLoop.h"
+#include "platform/ChannelList.h"
+#include "platform/PlainNumber.h"
+#include "platform/SystemMemory.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace tavex2 {
+
+/// Posted events reach the control through this, so that an event of an earlier run, or one that outlived the control,
+/// finds that it is void. Touched on the user-interface thread only, but for the flag.
+struct AnalogInput::Link {
+    AnalogInput* control = nullptr;
+    int run = 0;
+    std::atomic<bool> latestTaken{true};
+
+    bool valid(int ofRun) const { return control != nullptr && run == ofRun; }
+};
+
+namespace {
+
+DaqOutcome refused(DaqStatus status, std::string detail) {
+    return {status, std::move(detail)};
+}
+
+std::string between(double lowest, double highest, const char* unit) {
+    return plainNumber(lowest) + " to " + plainNumber(highest) + " " + unit;
+}
+
+/// Scans of one delivered block.
+std::int64_t blockScans(const AnalogInputConfig& config) {
+    return config.chunked ? config.chunkScans : config.totalScans;
+}
+
+} // namespace
+
+AnalogInput::AnalogInput(const BoardList& boards, EventLoop& events)
+    : m_boards(boards), m_events(events), m_link(std::make_shared<Link>()) {
+    m_link->control = this;
+}
+
+AnalogInput::~AnalogInput() {
+    Stop();
+    m_link->control = nullptr;
+}
+
+void AnalogInput::selectDevice(int number) {
+    if (number == m_device) return;
+    Stop();
+    m_device = number;
+    m_applied.reset();
+}
+
+std::string AnalogInput::deviceDescription() const {
+    const Board* selected = board();
+    return "Device: " + (selected != nullptr ? selected->description().name : "none");
+}
+
+// Configuration -------------------------------------------------------------------------------------------------------
+
+int AnalogInput::Configure() {
+    if (m_running) return refuse(DaqStatus::Busy, "");
+    m_applied.reset();
+    const DaqOutcome outcome = check();
+    if (!outcome.ok()) return refuse(outcome.status, outcome.detail);
+    m_applied = config;
+    return 0;
+}
+
+int AnalogInput::refuse(DaqStatus status, std::string detail) {
+    m_failedCode = static_cast<int>(status);
+    m_failedDetail = std::move(detail);
+    return m_failedCode;
+}
+
+std::string AnalogInput::describe(int code) const {
+    std::string text(daqStatusDescription(code));
+    if (code == m_failedCode && !m_failedDetail.empty()) text += " " + m_failedDetail;
+    return text;
+}
+
+DaqOutcome AnalogInput::check() {
+    const Board* selected = board();
+    if (selected == nullptr)
+        return refused(DaqStatus::NoDevice, "The boards found have the numbers 1 to " +
+                                                std::to_string(m_boards.count()) + ", not " + std::to_string(m_device) +
+                                                ".");
+    const BoardDescription& description = selected->description();
+
+    Result<std::vector<int>> channels = parseChannelList(config.channelList, description.inputs);
+    if (!channels) return refused(DaqStatus::BadChannelList, channels.error().text);
+    m_stream.channels = std::move(channels).value();
+
+    if (!(config.scanRateHz >= description.lowestRateHz && config.scanRateHz <= description.highestRateHz))
+        return refused(DaqStatus::BadRate,
+                       description.name + " samples at " +
+                           (description.lowestRateHz == description.highestRateHz
+                                ? plainNumber(description.highestRateHz) + " Hz"
+                                : between(description.lowestRateHz, description.highestRateHz, "Hz")) +
+                           "; the rate is set to " + plainNumber(config.scanRateHz) + " Hz.");
+    m_stream.rateHz = config.scanRateHz;
+    m_stream.lowerVolts = config.lowerVolts;
+    m_stream.upperVolts = config.upperVolts;
+
+    for (const DaqOutcome& outcome : {checkCounts(), checkLimits(description), checkTrigger(), checkMemory()})
+        if (!outcome.ok()) return outcome;
+    return selected->check(m_stream);
+}
+
+DaqOutcome AnalogInput::checkCounts() const {
+    constexpr std::int64_t mostSamples = std::numeric_limits<std::int32_t>::max();
+    const std::int64_t scans = blockScans(config);
+    if (scans < 1 || config.totalScans < 1)
+        return refused(DaqStatus::BadScanCount, "Duration x rate x repeats gives no scans.");
+    if (scans > mostSamples)
+        return refused(DaqStatus::BadScanCount, "A trial holds at most " + std::to_string(mostSamples) +
+                                                    " samples per channel; these settings ask for " +
+                                                    std::to_string(scans) + ".");
+    if (config.totalScans % scans != 0)
+        return refused(DaqStatus::BadScanCount, "The scans of all repeats are not a multiple of one trial's.");
+    return {};
+}
+
+DaqOutcome AnalogInput::checkLimits(const BoardDescription& description) const {
+    const bool inRange = config.lowerVolts >= description.lowestVolts && config.upperVolts <= description.highestVolts;
+    if (inRange && config.lowerVolts < config.upperVolts) return {};
+    return refused(DaqStatus::BadLimits, "They are set to " + plainNumber(config.lowerVolts) + " and " +
+                                             plainNumber(config.upperVolts) + " V; the board's range is " +
+                                             between(description.lowestVolts, description.highestVolts, "V") + ".");
+}
+
+DaqOutcome AnalogInput::checkTrigger() const {
+    const StartCondition& start = config.start;
+    if (start.type == StartCondition::Type::None) return {};
+    constexpr int anyInput = std::numeric_limits<int>::max();
+    const Result<std::vector<int>> source = parseChannelList(start.channel, anyInput);
+    const bool listed = source && source.value().size() == 1 &&
+                        std::ranges::find(m_stream.channels, source.value().front()) != m_stream.channels.end();
+    if (!listed)
+        return refused(DaqStatus::BadTrigger, "The trigger channel \"" + start.channel +
+                                                  "\" is not among the listed channels " + config.channelList + ".");
+    if (!std::isfinite(start.levelVolts) || !std::isfinite(start.secondThresholdVolts))
+        return refused(DaqStatus::BadTrigger, "The trigger level is no number.");
+    if (start.preTriggerScans < 0 || start.preTriggerScans >= blockScans(config))
+        return refused(DaqStatus::BadTrigger, "The pre-trigger must be shorter than the trial.");
+    return {};
+}
+
+DaqOutcome AnalogInput::checkMemory() const {
+    const double bytes = static_cast<double>(blockScans(config)) * static_cast<double>(m_stream.channels.size()) *
+                         static_cast<double>(sizeof(double));
+    const auto available = static_cast<double>(physicalMemoryBytes());
+    if (bytes < available) return {};
+    constexpr double gibibyte = 1024.0 * 1024.0 * 1024.0;
+    return refused(DaqStatus::OutOfMemory, "It needs " + plainNumber(std::ceil(bytes / gibibyte)) +
+                                               " GiB, the machine has " +
+                                               plainNumber(std::floor(available / gibibyte)) + " GiB.");
+}
+
+// Running -------------------------------------------------------------------------------------------------------------
+
+int AnalogInput::Start() {
+    Board* selected = board();
+    if (m_running) return refuse(DaqStatus::Busy, "");
+    if (!m_applied || selected == nullptr) return refuse(DaqStatus::NotConfigured, "");
+    if (m_thread.joinable()) m_thread.join(); // a run that has delivered everything is about to end
+
+    const AnalogInputConfig& applied = *m_applied;
+    const int channels = numChannels();
+    const VoltageLimits limits = selected->description().appliesLimits
+                                     ? VoltageLimits{}
+                                     : VoltageLimits{.lower = applied.lowerVolts, .upper = applied.upperVolts};
+    AssemblyConfig assembly{.channels = channels,
+                            .blockScans = blockScans(applied),
+                            .blocks = static_cast<int>(applied.totalScans / blockScans(applied)),
+                            .limits = limits,
+                            .trigger = std::nullopt};
+    const StartCondition& start = applied.start;
+    if (start.type == StartCondition::Type::AnalogLevel && applied.end == EndCondition::AfterTotalScans) {
+        const int source = parseChannelList(start.channel, std::numeric_limits<int>::max()).value().front();
+        assembly.trigger = LevelTrigger{
+            .column = static_cast<int>(std::ranges::find(m_stream.channels, source) - m_stream.channels.begin()),
+            .levelVolts = start.levelVolts,
+            .bandVolts = std::abs(start.levelVolts - start.secondThresholdVolts),
+            .rising = start.rising,
+            .preTriggerScans = start.preTriggerScans};
+    }
+
+    const int run = ++m_link->run;
+    const std::shared_ptr<Link> link = m_link;
+    EventLoop& loop = m_events;
+    link->latestTaken = true;
+    AcquisitionEvents events{.data =
+                                 [&loop, link, run](AnalogBlock block) {
+                                     link->latestTaken = false;
+                                     loop.post([link, run, delivered = std::move(block)] {
+                                         link->latestTaken = true;
+                                         if (!link->valid(run)) return;
+                                         AnalogInput& control = *link->control;
+                                         if (delivered.last) control.m_running = false;
+                                         if (control.onData) control.onData(delivered);
+                                     });
+                                 },
+                             .progress =
+                                 [&loop, link, run](AnalogProgress progress) {
+                                     loop.post([link, run, progress] {
+                                         if (link->valid(run) && link->control->onProgress)
+                                             link->control->onProgress(progress);
+                                     });
+                                 },
+                             .error =
+                                 [&loop, link, run](AnalogError error) {
+                                     loop.post([link, run, failed = std::move(error)] {
+                                         if (!link->valid(run)) return;
+                                         link->control->m_running = false;
+                                         if (link->control->onError) link->control->onError(failed);
+                                     });
+                                 },
+                             .latestTaken = [link] { return link->latestTaken.load(); }};
+
+    if (applied.end == EndCondition::Continuous) {
+        Result<LatestWindow> window = LatestWindow::create(channels, blockScans(applied), limits);
+        if (!window) return refuse(DaqStatus::OutOfMemory, window.error().text);
+        if (const DaqOutcome started = selected->start(m_stream); !started.ok())
+            return refuse(started.status, started.detail);
+        m_thread = std::jthread([selected, stream = m_stream, events = std::move(events),
+                                 kept = std::move(window).value()](std::stop_token stop) mutable {
+            acquireContinuously(*selected, std::move(kept), stream, events, stop);
+        });
+    } else {
+        Result<ScanAssembler> assembler = ScanAssembler::create(assembly);
+        if (!assembler) return refuse(DaqStatus::OutOfMemory, assembler.error().text);
+        if (const DaqOutcome started = selected->start(m_stream); !started.ok())
+            return refuse(started.status, started.detail);
+        m_thread = std::jthread([selected, applied, stream = m_stream, events = std::move(events),
+                                 trials = std::move(assembler).value()](std::stop_token stop) mutable {
+            acquireTrials(*selected, std::move(trials), applied, stream, events, stop);
+        });
+    }
+    m_running = true;
+    return 0;
+}
+
+void AnalogInput::Stop() {
+    ++m_link->run; // what is still on its way is void
+    m_running = false;
+    if (!m_thread.joinable()) return;
+    m_thread.request_stop();
+    if (Board* selected = board()) selected->stop();
+    m_thread.join();
+}
+
+} // namespace tavex2

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <stop_token>
+
+namespace tavex2 {
+
+/// The program's monotonic clock. One is made at start-up; boards pace themselves by it and the run controller times
+/// the stimulus pulses with it. All calls are thread-safe.
+class MillisecondClock {
+  public:
+    virtual ~MillisecondClock() = default;
+
+    /// Time since the clock was made.
+    virtual std::chrono::nanoseconds now() = 0;
+
+    /// The reading in whole milliseconds.
+    std::int64_t milliseconds() { return std::chrono::duration_cast<std::chrono::milliseconds>(now()).count(); }
+
+    /// Waits without dispatching events until the reading in whole milliseconds has moved on.
+    virtual void waitForNextMillisecond() = 0;
+
+    /// Waits until `time` has passed or `stop` is requested; the boards' threads call this.
+    virtual void waitUntil(std::chrono::nanoseconds time, std::stop_token stop) = 0;
+};
+
+} // namespace tavex2

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tavex2 {
+
+/// The per-user application-settings store: text values addressed by application, section and key.
+class SettingsStore {
+  public:
+    virtual ~SettingsStore() = default;
+
+    /// The stored text; no value when the key is missing (an existing but empty key gives an empty text).
+    virtual std::optional<std::string> read(std::string_view application, std::string_view section,
+                                            std::string_view key) const = 0;
+
+    virtual void write(std::string_view application, std::string_view section, std::string_view key,
+                       std::string_view value) = 0;
+};
+
+} // namespace tavex2

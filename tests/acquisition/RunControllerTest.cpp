@@ -1,0 +1,587 @@
+#include "acquisition/RunController.h"
+
+#include "acquisition/StartCondition.h"
+#include "support/Fakes.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace tavex2::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+class RunControllerTest : public testing::Test {
+  protected:
+    RunControllerTest() {
+        state.settings.sampling.Rate = 100;
+        state.settings.sampling.Duration = 0.1F; // 11 samples
+        state.settings.sampling.DIOMask = 0;
+    }
+
+    void collectAndDeliver(double base) {
+        run.Collect();
+        input.deliver(base);
+    }
+
+    ProgramState state;
+    FakeClock clock;
+    FakeEvents events;
+    FakeMessages messages;
+    FakeSound sound;
+    FakeDigitalOutput dio{clock};
+    FakeAnalogInput input;
+    FakeRunView view;
+    FakeSink sink;
+    double nextRandom = 0;
+    RunController run{state,
+                      {.analogInput = input,
+                       .digitalOutput = dio,
+                       .clock = clock,
+                       .events = events,
+                       .messages = messages,
+                       .sound = sound,
+                       .view = view,
+                       .sink = sink,
+                       .random = [this] { return nextRandom; },
+                       .toneFile = "tone.wav"}};
+};
+
+TEST_F(RunControllerTest, CollectsATrialInTheLaidDownOrder) {
+    run.Collect();
+
+    EXPECT_EQ(state.settings.setup.TrialNumber, 1);
+    EXPECT_EQ(state.TrialName, "Trial0001");
+    EXPECT_THAT(input.log, ElementsAre("Configure", "Start"));
+    EXPECT_THAT(view.log, ElementsAre("stop on", "hourglass", "status Acquiring data"));
+    EXPECT_EQ(input.config.totalScans, 11);
+    EXPECT_EQ(input.config.chunkScans, 11);
+    EXPECT_FALSE(input.config.chunked);
+    EXPECT_TRUE(state.flags.Unsaved);
+    EXPECT_TRUE(state.flags.TrialNotSaved);
+    EXPECT_TRUE(state.flags.DataPresent);
+    EXPECT_TRUE(run.busy());
+
+    view.log.clear();
+    input.deliver(1.0);
+
+    EXPECT_THAT(view.log, ElementsAre("pointer", "waiting hidden", "stop off", "RedrawTrials", "pointer", "UpdateMenus",
+                                      "UpdateCaption"));
+    EXPECT_FALSE(run.busy());
+    EXPECT_EQ(run.outcome(), RunOutcome::Completed);
+    ASSERT_TRUE(state.trials.CurrentTrial);
+    EXPECT_EQ(state.trials.CurrentTrial->at(1, 10), 111.0);
+    EXPECT_EQ(state.settings.sampling.NumChannels, 2);
+    EXPECT_EQ(state.settings.sampling.NumSamples, 11);
+}
+
+TEST_F(RunControllerTest, TwoSecondsAtOneKilohertzAre2001SamplesAndThreeRepeats6003Scans) {
+    state.settings.sampling.Rate = 1000;
+    state.settings.sampling.Duration = 2.0F;
+    run.Collect();
+    EXPECT_EQ(input.config.totalScans, 2001);
+    EXPECT_FALSE(input.config.chunked);
+    input.deliver(0);
+
+    state.settings.sampling.Repeat = 3;
+    run.Collect();
+    EXPECT_EQ(input.config.totalScans, 6003);
+    EXPECT_EQ(input.config.chunkScans, 2001);
+    EXPECT_TRUE(input.config.chunked);
+}
+
+TEST_F(RunControllerTest, KeepsTheTrialBeforeAsTheLastTrial) {
+    collectAndDeliver(1.0);
+    const TrialData first = state.trials.CurrentTrial;
+    state.settings.sampling.Rate = 200;
+    run.Collect();
+    EXPECT_EQ(state.trials.LastTrial, first);
+    EXPECT_EQ(state.trials.LastSettings.Rate, 100);
+    input.deliver(5.0);
+    EXPECT_EQ(state.trials.LastTrial, first);
+    EXPECT_EQ(state.trials.CurrentSettings.Rate, 200);
+    EXPECT_NE(state.trials.CurrentTrial, first);
+}
+
+TEST_F(RunControllerTest, WritesTheChannelListBackTrimmed) {
+    state.settings.sampling.Channels.assign("  0:1  ");
+    run.Collect();
+    EXPECT_EQ(input.config.channelList, "0:1");
+    EXPECT_EQ(state.settings.sampling.Channels, FixedText<50>("0:1"));
+}
+
+TEST_F(RunControllerTest, TheDialogsNumber7MakesTheNextTrial0008AndNumbersAbove9999PrintInFull) {
+    state.settings.setup.TrialNumber = 7;
+    collectAndDeliver(0);
+    EXPECT_EQ(state.TrialName, "Trial0008");
+    state.settings.setup.TrialNumber = 12344;
+    state.settings.setup.FilePrefix = "S1 ";
+    collectAndDeliver(0);
+    EXPECT_EQ(state.TrialName, "S1 12345");
+}
+
+TEST_F(RunControllerTest, RefusesATrialNumberBeyond16BitsAndChangesNothing) {
+    state.settings.setup.TrialNumber = std::numeric_limits<std::int16_t>::max();
+    run.Collect();
+    EXPECT_EQ(messages.shown.size(), 1U);
+    EXPECT_THAT(input.log, IsEmpty());
+    EXPECT_EQ(state.settings.setup.TrialNumber, 32767);
+    EXPECT_FALSE(state.flags.DataPresent);
+    EXPECT_FALSE(run.busy());
+}
+
+TEST_F(RunControllerTest, WithoutADeviceItSaysSoAndChangesNothingElse) {
+    input.description = "Device: none";
+    run.Collect();
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].title, "No A/D Device");
+    EXPECT_EQ(messages.shown[0].text, "No A/D device was selected or none was found.\n"
+                                      "Try changing the A/D Device number in the Properties menu.\n\n"
+                                      "Data collection cancelled.");
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
+    EXPECT_EQ(state.settings.setup.TrialNumber, 0);
+    EXPECT_THAT(input.log, IsEmpty());
+    EXPECT_FALSE(state.flags.DataPresent);
+}
+
+TEST_F(RunControllerTest, ARefusedConfigurationGivesOneMessageAndRestoresEverythingButTheTrialNumber) {
+    collectAndDeliver(1.0);
+    state.flags.Unsaved = false;
+    state.flags.TrialNotSaved = false;
+    state.trials.AddedToAverage = true;
+    input.configureCode = -10003;
+    run.Collect();
+
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, "DAQ Error: -10003\rDescription of -10003.");
+    EXPECT_EQ(messages.shown[0].buttons, MessageButtons::Ok);
+    EXPECT_FALSE(view.busy);
+    EXPECT_FALSE(view.stopEnabled);
+    EXPECT_FALSE(view.waiting);
+    EXPECT_FALSE(state.flags.Unsaved);
+    EXPECT_FALSE(state.flags.TrialNotSaved);
+    EXPECT_TRUE(state.trials.AddedToAverage);
+    EXPECT_EQ(state.TrialName, "Trial0001");
+    EXPECT_EQ(state.settings.setup.TrialNumber, 2);
+    EXPECT_EQ(run.outcome(), RunOutcome::Refused);
+    EXPECT_FALSE(run.busy());
+}
+
+TEST_F(RunControllerTest, ARefusedStartEndsTheSameWay) {
+    input.startCode = -10008;
+    run.Collect();
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_FALSE(view.busy);
+    EXPECT_FALSE(view.stopEnabled);
+    EXPECT_FALSE(state.flags.DataPresent);
+    EXPECT_FALSE(run.busy());
+}
+
+TEST_F(RunControllerTest, ShowDaqErrorShowsNothingForZero) {
+    run.ShowDaqError(0);
+    EXPECT_THAT(messages.shown, IsEmpty());
+}
+
+TEST_F(RunControllerTest, CancellingTheResetPromptKeepsWhatWasDoneAndTheNextNameSkipsANumber) {
+    collectAndDeliver(1.0);
+    const TrialData first = state.trials.CurrentTrial;
+    state.trials.AddedToAverage = true;
+    state.settings.setup.PauseToReset = true;
+    messages.answers = {MessageAnswer::Cancel};
+    run.Collect();
+
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, "Reset channels and press OK when ready to start collection.");
+    EXPECT_EQ(messages.shown[0].title, "Reset Channels Now");
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Question);
+    EXPECT_EQ(messages.shown[0].buttons, MessageButtons::OkCancel);
+    EXPECT_EQ(state.settings.setup.TrialNumber, 2);
+    EXPECT_TRUE(view.stopEnabled);
+    EXPECT_EQ(state.trials.LastTrial, first);
+    EXPECT_THAT(input.log, ElementsAre("Configure", "Start", "Configure"));
+    EXPECT_TRUE(state.trials.AddedToAverage) << "saving the old trial again would count it twice";
+    EXPECT_FALSE(run.busy());
+
+    collectAndDeliver(2.0);
+    EXPECT_EQ(state.TrialName, "Trial0003");
+}
+
+TEST_F(RunControllerTest, TheStartDelayKeepsTheWindowAliveAndLastsToTheMillisecond) {
+    state.settings.setup.StartDelay = 2;
+    int processed = 0;
+    events.whilePending = [&] { ++processed; };
+    std::string statusDuringPause;
+    events.whilePending = [&] {
+        ++processed;
+        statusDuringPause = view.status;
+        run.Collect(); // a second collection cannot start while this one is pausing
+    };
+    input.whenStarted = [&] { EXPECT_GE(clock.milliseconds(), 2000); };
+    run.Collect();
+    EXPECT_EQ(statusDuringPause, "Pausing");
+    EXPECT_EQ(processed, 2000);
+    EXPECT_EQ(state.settings.setup.TrialNumber, 1);
+    EXPECT_LE(clock.milliseconds(), 2002);
+}
+
+TEST_F(RunControllerTest, StopDuringThePauseEndsItWithoutStarting) {
+    state.settings.setup.StartDelay = 5;
+    events.whilePending = [&] {
+        if (clock.milliseconds() == 100) run.Stop();
+    };
+    messages.answers = {MessageAnswer::Yes};
+    run.Collect();
+    EXPECT_THAT(input.log, ElementsAre("Configure"));
+    EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
+    EXPECT_FALSE(run.busy());
+    EXPECT_EQ(view.status, "Stopped");
+    EXPECT_FALSE(view.busy);
+    EXPECT_FALSE(view.stopEnabled);
+    EXPECT_FALSE(state.flags.DataPresent);
+    EXPECT_EQ(state.TrialName, "");
+    EXPECT_LT(clock.milliseconds(), 200);
+}
+
+TEST_F(RunControllerTest, NoDuringThePauseLetsTheCollectionStart) {
+    state.settings.setup.StartDelay = 1;
+    events.whilePending = [&] {
+        if (clock.milliseconds() == 100) run.Stop();
+    };
+    messages.answers = {MessageAnswer::No};
+    run.Collect();
+    EXPECT_THAT(input.log, ElementsAre("Configure", "Start"));
+    EXPECT_TRUE(run.busy());
+}
+
+TEST_F(RunControllerTest, StopAsksAndNoLeavesEverythingRunning) {
+    run.Collect();
+    messages.answers = {MessageAnswer::No};
+    run.Stop();
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, "Press Yes to stop A/D collection.  Data from current trial will be lost.");
+    EXPECT_EQ(messages.shown[0].title, "Stop Current Trial");
+    EXPECT_EQ(messages.shown[0].buttons, MessageButtons::YesNo);
+    EXPECT_TRUE(input.running());
+    EXPECT_TRUE(view.stopEnabled);
+    input.deliver(3.0);
+    EXPECT_EQ(run.outcome(), RunOutcome::Completed);
+}
+
+TEST_F(RunControllerTest, StopWithYesLosesTheTrialAndPutsBackTheOneBefore) {
+    collectAndDeliver(1.0);
+    const TrialData first = state.trials.CurrentTrial;
+    state.flags.Unsaved = false;
+    state.flags.TrialNotSaved = false;
+    state.trials.AddedToAverage = true;
+    run.Collect();
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    EXPECT_FALSE(input.running());
+    EXPECT_EQ(view.status, "Stopped");
+    EXPECT_FALSE(view.stopEnabled);
+    EXPECT_FALSE(view.busy);
+    EXPECT_EQ(state.trials.CurrentTrial, first);
+    EXPECT_EQ(state.TrialName, "Trial0001");
+    EXPECT_FALSE(state.flags.Unsaved);
+    EXPECT_FALSE(state.flags.TrialNotSaved);
+    EXPECT_TRUE(state.flags.DataPresent);
+    EXPECT_TRUE(state.trials.AddedToAverage);
+    EXPECT_EQ(state.settings.sampling.NumSamples, 11);
+}
+
+TEST_F(RunControllerTest, StoppingTheVeryFirstTrialLeavesNoData) {
+    run.Collect();
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    EXPECT_FALSE(state.flags.DataPresent);
+    EXPECT_FALSE(state.flags.TrialNotSaved);
+    EXPECT_FALSE(hasCurrentTrial(state));
+}
+
+TEST_F(RunControllerTest, ATrialThatIsCompleteBeforeTheStopQuestionIsAnsweredIsKept) {
+    for (const MessageAnswer answer : {MessageAnswer::Yes, MessageAnswer::No}) {
+        run.Collect();
+        messages.whileOpen = [&] { input.deliver(7.0); };
+        messages.answers = {answer};
+        run.Stop();
+        messages.whileOpen = nullptr;
+        EXPECT_EQ(run.outcome(), RunOutcome::Completed);
+        EXPECT_TRUE(state.flags.Unsaved);
+        EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 7.0);
+        EXPECT_FALSE(view.stopEnabled);
+        EXPECT_FALSE(run.busy());
+    }
+}
+
+TEST_F(RunControllerTest, StopInTheRealTimeViewAsksNothing) {
+    state.flags.RealTimeMode = true;
+    run.Stop();
+    EXPECT_THAT(messages.shown, IsEmpty());
+    EXPECT_FALSE(state.flags.RealTimeMode);
+    EXPECT_EQ(view.status, "Stopped");
+}
+
+TEST_F(RunControllerTest, ShowsTheWaitingWindowWhileATriggeredCollectionWaits) {
+    state.flags.TriggerEnabled = true;
+    state.settings.trigger.TriggerChannel = "1";
+    input.config.start = startConditionFor(state.settings, true);
+    run.Collect();
+    EXPECT_TRUE(view.waiting);
+    EXPECT_EQ(view.status, "Waiting for trigger before acquiring data");
+    messages.answers = {MessageAnswer::No};
+    run.Stop();
+    EXPECT_TRUE(view.waiting) << "the collection still waits";
+    input.deliver(0);
+    EXPECT_FALSE(view.waiting);
+}
+
+TEST_F(RunControllerTest, TriggerModeAloneStartsNoTriggering) {
+    state.settings.setup.TriggerMode = 1;
+    run.Collect();
+    EXPECT_EQ(input.config.start.type, StartCondition::Type::None);
+    EXPECT_FALSE(view.waiting);
+}
+
+TEST_F(RunControllerTest, RepeatsGetNamesOfTheirOwnAndStopStaysEnabledUntilTheLast) {
+    state.settings.sampling.Repeat = 3;
+    run.Collect();
+    std::vector<std::string> names;
+    for (int i = 0; i < 3; ++i) {
+        input.onProgress({.count = (i + 1) * input.config.totalScans, .totalScans = input.config.totalScans});
+        EXPECT_EQ(view.status, "Repeat " + std::to_string(i + 1) + " of 3");
+        input.deliver(i, i, i == 2);
+        names.push_back(state.TrialName);
+        EXPECT_EQ(view.stopEnabled, i < 2);
+        EXPECT_FALSE(state.trials.AddedToAverage);
+        EXPECT_TRUE(state.flags.Unsaved);
+        state.trials.AddedToAverage = true; // as saving does
+        state.flags.Unsaved = false;
+        state.flags.AddedToOverlays = true;
+    }
+    EXPECT_THAT(names, ElementsAre("Trial0001", "Trial0001-r2", "Trial0001-r3"));
+    EXPECT_EQ(state.settings.setup.TrialNumber, 1);
+    EXPECT_FALSE(run.busy());
+}
+
+TEST_F(RunControllerTest, StoppingInTheSecondRepeatKeepsTheFirst) {
+    state.settings.sampling.Repeat = 3;
+    run.Collect();
+    input.deliver(1.0, 0, false);
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    EXPECT_EQ(state.TrialName, "Trial0001");
+    EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 1.0);
+    EXPECT_TRUE(state.flags.TrialNotSaved);
+    EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
+}
+
+TEST_F(RunControllerTest, RepeatsThatArriveWhileOneIsBeingSavedWaitTheirTurn) {
+    state.settings.sampling.Repeat = 3;
+    state.settings.setup.Autosave = true;
+    std::vector<double> savedFirstSamples;
+    sink.whileSaving = [&] {
+        if (savedFirstSamples.empty()) { // the dialog is open and the board goes on
+            input.deliver(2.0, 1, false);
+            input.deliver(3.0, 2, true);
+        }
+        savedFirstSamples.push_back(state.trials.CurrentTrial->at(0, 0));
+    };
+    run.Collect();
+    input.deliver(1.0, 0, false);
+    EXPECT_THAT(savedFirstSamples, ElementsAre(1.0, 2.0, 3.0));
+    EXPECT_EQ(state.TrialName, "Trial0001-r3");
+    EXPECT_FALSE(run.busy());
+}
+
+TEST_F(RunControllerTest, ARepeatThatArrivesWhileTheUserSavesWaitsUntilTheSaveIsDone) {
+    state.settings.sampling.Repeat = 2;
+    run.Collect();
+    input.deliver(1.0, 0, false);
+    {
+        const RunController::Hold whileSaving(run);
+        input.deliver(2.0, 1, true);
+        EXPECT_EQ(state.TrialName, "Trial0001");
+        EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 1.0);
+    }
+    EXPECT_EQ(state.TrialName, "Trial0001-r2");
+    EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 2.0);
+    EXPECT_FALSE(run.busy());
+}
+
+TEST_F(RunControllerTest, ASingleTrialShowsItsProgressWithoutARepeatCounter) {
+    run.Collect();
+    input.onProgress({.count = 11, .totalScans = 11, .scansInBlock = 5, .blockScans = 11});
+    EXPECT_EQ(view.status, "Acquiring data");
+    ASSERT_TRUE(view.progress);
+    EXPECT_EQ(view.progress->scansInBlock, 5);
+    input.deliver(0);
+    EXPECT_FALSE(view.progress);
+}
+
+TEST_F(RunControllerTest, AutosaveFollowsTheCommentsAndPassesTheSaveType) {
+    state.settings.setup.Comments = true;
+    state.settings.setup.Autosave = true;
+    state.settings.setup.SaveType = 1;
+    view.whileCommenting = [&] { EXPECT_THAT(sink.saveTypes, IsEmpty()); };
+    collectAndDeliver(0);
+    EXPECT_THAT(sink.saveTypes, ElementsAre(1));
+    EXPECT_EQ(view.log.back(), "comments");
+}
+
+TEST_F(RunControllerTest, AnErrorKeepsWhatHadArrivedAndReportsCodeContextAndDescription) {
+    run.Collect();
+    input.onError({.code = -10010, .context = "scan 5 of 11.", .arrived = FakeAnalogInput::block(2, 5, 4.0)});
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, "Error: -10010\r\nContext: scan 5 of 11. The part of the trial that had arrived "
+                                      "(5 samples per channel) is kept as Trial0001-partial.\r\n"
+                                      "Description of -10010.");
+    EXPECT_EQ(state.TrialName, "Trial0001-partial");
+    EXPECT_EQ(state.trials.CurrentTrial->samples(), 5);
+    EXPECT_EQ(state.settings.sampling.NumSamples, 5);
+    EXPECT_TRUE(state.flags.TrialNotSaved);
+    EXPECT_FALSE(view.busy);
+    EXPECT_FALSE(view.stopEnabled);
+    EXPECT_EQ(run.outcome(), RunOutcome::Failed);
+}
+
+TEST_F(RunControllerTest, AnErrorBeforeAnyScanPutsBackTheTrialBefore) {
+    collectAndDeliver(1.0);
+    state.flags.Unsaved = false;
+    run.Collect();
+    input.onError({.code = -10010, .context = "before the first scan.", .arrived = nullptr});
+    EXPECT_EQ(state.TrialName, "Trial0001");
+    EXPECT_FALSE(state.flags.Unsaved);
+    EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 1.0);
+}
+
+TEST_F(RunControllerTest, DebugModeDrivesNothingAndEndsAtOnce) {
+    state.flags.DebugMode = true;
+    state.settings.sampling.DIOMask = 7;
+    input.description = "Device: none";
+    run.Collect();
+    EXPECT_THAT(input.log, IsEmpty());
+    EXPECT_THAT(messages.shown, IsEmpty());
+    EXPECT_THAT(dio.writes, ElementsAre(Pair(0, 0))) << "only the reset before the collection";
+    EXPECT_TRUE(state.flags.DataPresent);
+    EXPECT_FALSE(hasCurrentTrial(state));
+    EXPECT_FALSE(view.stopEnabled);
+    EXPECT_FALSE(view.busy);
+    EXPECT_FALSE(run.busy());
+    EXPECT_EQ(run.outcome(), RunOutcome::NoBoard);
+}
+
+TEST_F(RunControllerTest, ADebugCollectionLeavesTheTrialBeforeCountedOnce) {
+    collectAndDeliver(1.0);
+    state.trials.AddedToAverage = true;
+    state.flags.DebugMode = true;
+    run.Collect();
+    EXPECT_TRUE(state.trials.AddedToAverage);
+}
+
+// Stimulus pulses -----------------------------------------------------------------------------------------------------
+
+TEST_F(RunControllerTest, PulsesEachLineForOneMillisecondAtItsLatency) {
+    state.settings.sampling.DIOMask = 0b101;
+    state.settings.sampling.DIOLatency = {3, 0, 5, 0, 0, 0, 0, 0};
+    run.Collect();
+    // The first write clears the port; the collection then waits for the next millisecond and starts.
+    EXPECT_THAT(dio.writes, ElementsAre(Pair(0, 0), Pair(1, 0), Pair(2, 0), Pair(3, 0), Pair(4, 1), Pair(5, 0),
+                                        Pair(6, 4), Pair(7, 0)));
+}
+
+TEST_F(RunControllerTest, LinesDueInTheSameMillisecondPulseTogether) {
+    state.settings.sampling.DIOMask = 0b111;
+    state.settings.sampling.DIOLatency = {1, 1, 1, 0, 0, 0, 0, 0};
+    run.Collect();
+    EXPECT_THAT(dio.writes, ElementsAre(Pair(0, 0), Pair(1, 0), Pair(2, 7), Pair(3, 0)));
+}
+
+TEST_F(RunControllerTest, RepeatsThePulsesOncePerTrial) {
+    state.settings.sampling.DIOMask = 1;
+    state.settings.sampling.DIOLatency[0] = 2;
+    state.settings.sampling.Repeat = 2;
+    run.Collect();
+    std::vector<std::int64_t> risen;
+    for (const auto& [ms, value] : dio.writes)
+        if (value == 1) risen.push_back(ms);
+    EXPECT_THAT(risen, ElementsAre(3, 103)); // 100 ms of trial between them
+    EXPECT_EQ(dio.writes.back().second, 0);
+}
+
+TEST_F(RunControllerTest, IgnoresMaskBitsAboveTheThreeLines) {
+    state.settings.sampling.DIOMask = 0b11111000;
+    run.Collect();
+    EXPECT_THAT(dio.writes, ElementsAre(Pair(0, 0)));
+    EXPECT_TRUE(run.busy());
+}
+
+TEST_F(RunControllerTest, WritesNoPortWhenTheBoardHasNoLinesBeforeTheCollection) {
+    dio.lineCount = 0;
+    run.Collect();
+    EXPECT_THAT(dio.writes, IsEmpty());
+}
+
+// Tone ----------------------------------------------------------------------------------------------------------------
+
+TEST_F(RunControllerTest, PlaysTheToneBeforeTheTrialOnlyWithADevice) {
+    state.settings.sound.SoundBefore = true;
+    run.Collect();
+    EXPECT_THAT(sound.played, IsEmpty()) << "SoundAvailable is False";
+    input.deliver(0);
+    state.settings.sound.SoundAvailable = true;
+    collectAndDeliver(0);
+    EXPECT_EQ(sound.played.size(), 1U);
+    sound.devices = 0; // a setup file may claim a device that is not there
+    collectAndDeliver(0);
+    EXPECT_EQ(sound.played.size(), 1U);
+}
+
+TEST_F(RunControllerTest, PlaysTheToneAfterOneTrialInN) {
+    state.settings.sound.SoundAvailable = true;
+    state.settings.sound.SoundAfter = true;
+    state.settings.trigger.RandomRatio = 2;
+    nextRandom = 0.49; // Int(0.98) + 1 = 1
+    collectAndDeliver(0);
+    EXPECT_EQ(sound.played.size(), 1U);
+    nextRandom = 0.5; // Int(1.0) + 1 = 2
+    collectAndDeliver(0);
+    EXPECT_EQ(sound.played.size(), 1U);
+    state.settings.trigger.RandomRatio = 0; // on every trial
+    nextRandom = 0.99;
+    collectAndDeliver(0);
+    EXPECT_EQ(sound.played.size(), 2U);
+}
+
+// Average -------------------------------------------------------------------------------------------------------------
+
+TEST_F(RunControllerTest, ClearAverageEmptiesItAndRedraws) {
+    collectAndDeliver(1.0);
+    ASSERT_TRUE(AddTrialToAverage(state.trials, state.trials.CurrentTrial, state.trials.CurrentSettings));
+    view.log.clear();
+    run.mnuClearAverage_Click();
+    EXPECT_EQ(state.trials.AverageCount, 0);
+    EXPECT_FALSE(state.trials.AverageSum);
+    EXPECT_THAT(view.log, ElementsAre("RedrawTrials"));
+}
+
+TEST(RunPhaseTest, OnlyTheLegalMovesAreAllowed) {
+    using enum RunPhase;
+    EXPECT_TRUE(canEnter(Idle, Preparing));
+    EXPECT_TRUE(canEnter(Preparing, Pausing));
+    EXPECT_TRUE(canEnter(Preparing, Running));
+    EXPECT_TRUE(canEnter(Pausing, Running));
+    for (const RunPhase from : {Idle, Preparing, Pausing, Running})
+        EXPECT_TRUE(canEnter(from, Idle));
+    for (const RunPhase from : {Preparing, Pausing, Running})
+        EXPECT_FALSE(canEnter(from, Preparing));
+    EXPECT_FALSE(canEnter(Idle, Pausing));
+    EXPECT_FALSE(canEnter(Idle, Running));
+    EXPECT_FALSE(canEnter(Running, Pausing));
+}
+
+} // namespace
+} // namespace tavex2::test

@@ -1,0 +1,104 @@
+#include "app/Exit.h"
+#include "app/MenuState.h"
+#include "support/Fakes.h"
+
+#include <gmock/gmock.h>
+
+namespace tavex2::test {
+namespace {
+
+class ExitTest : public testing::Test {
+  protected:
+    bool mayExit() {
+        return prepareExit(state, messages, store, [this] {
+            ++saves;
+            return saved;
+        });
+    }
+
+    ProgramState state;
+    FakeMessages messages;
+    FakeSettingsStore store;
+    bool saved = true;
+    int saves = 0;
+};
+
+TEST_F(ExitTest, WithNothingUnsavedItStoresTheSettingsWithoutAsking) {
+    state.paths = {.ProgramDir = "/p",
+                   .DataDir = "/d",
+                   .LastFile = "/l",
+                   .LastSetupFile = "/s",
+                   .SiblingProgramDir = "/sib",
+                   .ViewerProgram = "v",
+                   .SpreadsheetProgram = "x",
+                   .WindowsDir = "w"};
+    state.settings.setup.StartMaximized = true;
+    EXPECT_TRUE(mayExit());
+    EXPECT_TRUE(messages.shown.empty());
+    const std::map<std::string, std::string> expected{
+        {"Tavex2/Startup/Progdir", "/p"},      {"Tavex2/Startup/Datadir", "/d"},
+        {"Tavex2/Startup/Lastfile", "/l"},     {"Tavex2/Startup/Lastsetupfile", "/s"},
+        {"Tavex2/Startup/Fullscreen", "True"}, {"Tavex2/Startup/Autosavewithoutasking", "False"},
+        {"Orvanta/Startup/Viewer", "v"},       {"Orvanta/Startup/Spreadsheet", "x"}};
+    EXPECT_EQ(store.values, expected) << "the sibling's folder is read only";
+}
+
+TEST_F(ExitTest, AsksAboutATrialThatWasNotSaved) {
+    state.flags.TrialNotSaved = true;
+    messages.answers = {MessageAnswer::No};
+    EXPECT_TRUE(mayExit());
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, "Your last trial was NOT saved.  Do you want to save it before exiting?");
+    EXPECT_EQ(messages.shown[0].title, "Last Trial Saved");
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Question);
+    EXPECT_EQ(messages.shown[0].buttons, MessageButtons::YesNoCancel);
+    EXPECT_EQ(saves, 0);
+    EXPECT_FALSE(store.values.empty());
+}
+
+TEST_F(ExitTest, CancelKeepsTheProgramRunningWithNothingStored) {
+    state.flags.TrialNotSaved = true;
+    messages.answers = {MessageAnswer::Cancel};
+    EXPECT_FALSE(mayExit());
+    EXPECT_TRUE(store.values.empty());
+    EXPECT_EQ(saves, 0);
+}
+
+TEST_F(ExitTest, YesSavesAndGoesOnOnlyWhenTheTrialWasSaved) {
+    state.flags.TrialNotSaved = true;
+    messages.answers = {MessageAnswer::Yes, MessageAnswer::Yes};
+    saved = false; // the user cancelled the save dialog, or the disk is full
+    EXPECT_FALSE(mayExit());
+    EXPECT_TRUE(store.values.empty());
+    saved = true;
+    EXPECT_TRUE(mayExit());
+    EXPECT_EQ(saves, 2);
+    EXPECT_FALSE(store.values.empty());
+}
+
+TEST(MenuStateTest, DataCommandsNeedDataAndOverlayCommandsAnOverlay) {
+    ProgramState state;
+    EXPECT_FALSE(menuState(state).dataCommands);
+    EXPECT_FALSE(menuState(state).overlay);
+    EXPECT_FALSE(menuState(state).overlayCommands);
+    state.flags.DataPresent = true;
+    EXPECT_TRUE(menuState(state).dataCommands);
+    EXPECT_TRUE(menuState(state).overlay);
+    state.flags.AddedToOverlays = true;
+    EXPECT_FALSE(menuState(state).overlay);
+    state.overlays.OverlayCount = 1;
+    EXPECT_TRUE(menuState(state).overlayCommands);
+    state.flags.LegendShown = true;
+    EXPECT_TRUE(menuState(state).legendChecked);
+}
+
+TEST(CaptionTest, IsTheTrialsNameWithAWordWhileItIsUnsaved) {
+    ProgramState state;
+    state.TrialName = "Trial0007";
+    EXPECT_EQ(captionFor(state), "Trial0007");
+    state.flags.Unsaved = true;
+    EXPECT_EQ(captionFor(state), "Trial0007 (Unsaved)");
+}
+
+} // namespace
+} // namespace tavex2::test

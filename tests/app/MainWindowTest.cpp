@@ -1,0 +1,201 @@
+#include "app/ui/WindowProgram.h"
+#include "app/ui/frmMain.h"
+#include "support/Fakes.h"
+#include "support/TemporaryFolder.h"
+#include "support/WindowTesting.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QToolBar>
+#include <QToolButton>
+#include <gmock/gmock.h>
+
+namespace tavex2::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The program on the simulated board, driven through its widgets.
+class MainWindowTest : public testing::Test {
+  protected:
+    MainWindowTest() : m_before(fs::current_path()) { store.values["Tavex2/Startup/Datadir"] = folder.path().string(); }
+    ~MainWindowTest() override {
+        m_program.reset();
+        fs::current_path(m_before);
+    }
+
+    void start(std::vector<std::string> settings = {"Duration=0.05", "DIOMask=0"},
+               const std::string& board = "simulator") {
+        auto program = WindowProgram::create({.board = board, .settings = std::move(settings)}, store);
+        ASSERT_TRUE(program) << program.error().text;
+        m_program = std::move(program).value();
+        m_program->show();
+    }
+
+    frmMain& window() { return m_program->window(); }
+
+    template <class Widget>
+    Widget& child(const char* name) {
+        auto* found = window().findChild<Widget*>(QLatin1String(name));
+        if (found == nullptr) throw std::runtime_error(std::string("no control named ") + name);
+        return *found;
+    }
+    QAction& action(const char* name) { return child<QAction>(name); }
+    QToolButton& button(const char* key) { return child<QToolButton>(key); }
+    QString status() { return child<QLabel>("StatusPanel1").text(); }
+    int plots(const char* graph) { return child<QWidget>(graph).property("plotCount").toInt(); }
+
+    bool collected() {
+        return waitFor([this] { return !button("Stop").isEnabled(); });
+    }
+
+    void collect() {
+        button("Collect").click();
+        ASSERT_TRUE(collected());
+    }
+
+    void saveAs(const QString& name) {
+        WhenDialogOpens dialog("CommonDialog", [&](QWidget& shown) { enterFileName(shown, name); });
+        action("mnuSave").trigger();
+        ASSERT_TRUE(dialog.opened());
+    }
+
+    TemporaryFolder folder;
+    FakeSettingsStore store;
+
+  private:
+    fs::path m_before;
+    std::unique_ptr<WindowProgram> m_program;
+};
+
+TEST_F(MainWindowTest, OpensReadyWithThreeEmptyGraphsAndNothingToSave) {
+    start();
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(status(), QStringLiteral("Ready"));
+    EXPECT_TRUE(child<QLabel>("StatusPanel2").text().startsWith(QLatin1String("Device: ")));
+    for (const char* graph : {"cwG", "cwGLast", "cwGAvg"}) {
+        EXPECT_TRUE(child<QWidget>(graph).isVisible());
+        EXPECT_EQ(plots(graph), 0);
+    }
+    EXPECT_EQ(child<QWidget>("cwG").property("xCaption"), QStringLiteral("Current Trial (seconds)"));
+    EXPECT_EQ(child<QWidget>("cwGLast").property("xCaption"), QStringLiteral("Last Trial  (seconds)"));
+    EXPECT_EQ(child<QWidget>("cwGAvg").property("xCaption"), QStringLiteral("Saved Trials Average (seconds)"));
+    for (const char* name : {"mnuSave", "mnuSaveAs", "tbSave"})
+        EXPECT_FALSE(action(name).isEnabled()) << name;
+    EXPECT_FALSE(button("Stop").isEnabled());
+    EXPECT_TRUE(button("Collect").isEnabled());
+}
+
+TEST_F(MainWindowTest, EveryCommandHasANameATextAndATip) {
+    start();
+    for (const QAction* each : window().findChildren<QAction*>()) {
+        if (each->isSeparator() || each->menu() != nullptr || each->text().isEmpty()) continue;
+        EXPECT_FALSE(each->objectName().isEmpty()) << each->text().toStdString();
+        EXPECT_FALSE(each->toolTip().isEmpty()) << each->objectName().toStdString();
+        if (!each->isEnabled() && !each->objectName().contains(QLatin1String("Save")) &&
+            each->objectName() != QLatin1String("tbStop"))
+            EXPECT_TRUE(each->toolTip().contains(QLatin1String("not in this version yet")))
+                << each->objectName().toStdString();
+    }
+    QStringList keys;
+    for (QAction* each : child<QToolBar>("tbToolBar").actions())
+        if (QWidget* widget = child<QToolBar>("tbToolBar").widgetForAction(each); !each->isSeparator())
+            keys << widget->objectName();
+    EXPECT_EQ(keys.join(QLatin1Char(' ')),
+              QStringLiteral("Open Save SaveAs Print Configure Legend Realtime Collect Stop Zoom Pan Reset Lumidor2 "
+                             "Information Help"));
+}
+
+TEST_F(MainWindowTest, CollectsATrialShowsItAndTheOneBefore) {
+    start();
+    collect();
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Trial0001 (Unsaved)"));
+    EXPECT_EQ(plots("cwG"), 2);
+    EXPECT_EQ(plots("cwGLast"), 0);
+    EXPECT_DOUBLE_EQ(child<QWidget>("cwG").property("xMinimum").toDouble(), 0.0);
+    EXPECT_DOUBLE_EQ(child<QWidget>("cwG").property("xMaximum").toDouble(), 0.05);
+    EXPECT_TRUE(action("mnuSave").isEnabled());
+    EXPECT_TRUE(child<QWidget>("cwG").accessibleDescription().contains(QLatin1String("51 samples")))
+        << child<QWidget>("cwG").accessibleDescription().toStdString();
+    collect();
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Trial0002 (Unsaved)"));
+    EXPECT_EQ(plots("cwGLast"), 2);
+    EXPECT_EQ(plots("cwGAvg"), 0);
+}
+
+TEST_F(MainWindowTest, TheSpaceBarCollects) {
+    start();
+    QTest::keyClick(&child<QWidget>("cwG"), Qt::Key_Space);
+    ASSERT_TRUE(waitFor([this] { return plots("cwG") == 2; }));
+}
+
+TEST_F(MainWindowTest, SavingWritesTheFileAndShowsTheAverage) {
+    start();
+    collect();
+    saveAs(QString::fromStdString((folder / "First.lmb").string()));
+    EXPECT_EQ(fs::file_size(folder / "First.lmb"), 4374U + 4U * 51U * 3U);
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("First"));
+    EXPECT_EQ(plots("cwGAvg"), 2);
+    action("mnuClearAverage").trigger();
+    EXPECT_EQ(plots("cwGAvg"), 0);
+}
+
+TEST_F(MainWindowTest, TheSaveDialogComesUpReadyToBeConfirmed) {
+    start();
+    collect();
+    WhenDialogOpens dialog("CommonDialog", [&](QWidget& shown) {
+        EXPECT_EQ(shown.windowTitle(), QStringLiteral("Save data in Lumidor2 binary (.LMB) file"));
+        auto* edit = shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        EXPECT_EQ(edit->text(), QStringLiteral("Trial0001.lmb"));
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    action("mnuSave").trigger();
+    ASSERT_TRUE(dialog.opened());
+    EXPECT_TRUE(fs::exists(folder / "Trial0001.lmb"));
+}
+
+TEST_F(MainWindowTest, ANameTypedWithoutAnExtensionGetsOne) {
+    start();
+    collect();
+    saveAs(QString::fromStdString((folder / "plain").string()));
+    EXPECT_TRUE(fs::exists(folder / "plain.lmb"));
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("plain"));
+}
+
+TEST_F(MainWindowTest, AutosaveWithoutAskingNeverOverwrites) {
+    start();
+    std::ofstream(folder / "Trial0001.lmb") << "precious";
+    action("mnuOption_0").trigger();
+    action("mnuAutosaveWithoutAsking").trigger();
+    collect();
+    EXPECT_EQ(bytesOf(folder / "Trial0001.lmb"), "precious");
+    EXPECT_TRUE(fs::exists(folder / "Trial0001 (2).lmb"));
+    EXPECT_TRUE(status().contains(QLatin1String("Trial0001 (2)"))) << status().toStdString();
+    EXPECT_EQ(plots("cwGAvg"), 2);
+}
+
+TEST_F(MainWindowTest, StopAsksFirstAndYesBringsBackTheTrialBefore) {
+    start();
+    collect();
+    const QString caption = window().windowTitle();
+    // A trigger that the signal never reaches keeps the next collection waiting.
+    // (Set through a second program below; here a long trial does.)
+    m_longTrial();
+    button("Collect").click();
+    ASSERT_TRUE(waitFor([this] { return child<QProgressBar>("prgTrial").isVisible(); }));
+    WhenDialogOpens question("MessageBox", [](QWidget& box) {
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Stop Current Trial"));
+        press(box, QMessageBox::Yes);
+    });
+    button("Stop").click();
+    ASSERT_TRUE(question.opened());
+    EXPECT_EQ(status(), QStringLiteral("Stopped"));
+    EXPECT_EQ(window().windowTitle(), caption);
+    EXPECT_FALSE(child<QProgressBar>("prgTrial").isVisible());
+}
+
+} // namespace
+} // namespace tavex2::test

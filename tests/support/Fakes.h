@@ -1,0 +1,217 @@
+#pragma once
+
+#include "acquisition/RunView.h"
+#include "platform/CWAI.h"
+#include "platform/CWDIO.h"
+#include "platform/EventLoop.h"
+#include "platform/Messages.h"
+#include "platform/MillisecondClock.h"
+#include "platform/SettingsStore.h"
+#include "platform/SoundOutput.h"
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tavex2::test {
+
+/// In-memory twins of the interfaces that the logic talks to. Each records what it was told.
+
+using Log = std::vector<std::string>;
+
+/// A clock that stands still until somebody waits for its next millisecond.
+class FakeClock final : public MillisecondClock {
+  public:
+    std::chrono::nanoseconds now() override { return m_now; }
+    void waitForNextMillisecond() override { m_now += std::chrono::milliseconds(1); }
+    void waitUntil(std::chrono::nanoseconds time, std::stop_token) override { m_now = std::max(m_now, time); }
+
+  private:
+    std::chrono::nanoseconds m_now{0};
+};
+
+/// Runs what was posted when the logic asks for it, then `whilePending`.
+class FakeEvents final : public EventLoop {
+  public:
+    std::function<void()> whilePending;
+
+    void post(std::function<void()> event) override { m_queue.push_back(std::move(event)); }
+    void processPending() override {
+        while (!m_queue.empty()) {
+            const auto event = std::move(m_queue.front());
+            m_queue.pop_front();
+            event();
+        }
+        if (whilePending) whilePending();
+    }
+
+  private:
+    std::deque<std::function<void()>> m_queue;
+};
+
+/// Gives the prepared answers in turn, then OK; `whileOpen` runs while a message is shown.
+class FakeMessages final : public Messages {
+  public:
+    std::vector<Message> shown;
+    std::deque<MessageAnswer> answers;
+    std::function<void()> whileOpen;
+
+    MessageAnswer show(const Message& message) override {
+        shown.push_back(message);
+        if (whileOpen) whileOpen();
+        if (answers.empty()) return MessageAnswer::Ok;
+        const MessageAnswer answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+};
+
+class FakeSound final : public SoundOutput {
+  public:
+    int devices = 1;
+    std::vector<std::filesystem::path> played;
+
+    int deviceCount() const override { return devices; }
+    void playFile(const std::filesystem::path& path) override { played.push_back(path); }
+};
+
+/// Records every port write with the clock's reading.
+class FakeDigitalOutput final : public CWDIO {
+  public:
+    explicit FakeDigitalOutput(MillisecondClock& clock) : m_clock(clock) {}
+    int lineCount = 8;
+    std::vector<std::pair<std::int64_t, int>> writes;
+
+    int lines() const override { return lineCount; }
+    void write(std::uint8_t value) override { writes.emplace_back(m_clock.milliseconds(), value); }
+
+  private:
+    MillisecondClock& m_clock;
+};
+
+/// An analog-input control without a board: the test plays the board's part through deliver() and fail().
+class FakeAnalogInput final : public CWAI {
+  public:
+    Log log;
+    std::string description = "Device: Fake board";
+    int configureCode = 0;
+    int startCode = 0;
+    int channelCount = 2;
+    std::function<void()> whenStarted;
+
+    void selectDevice(int number) override { m_device = number; }
+    int device() const override { return m_device; }
+    std::string deviceDescription() const override { return description; }
+    int Configure() override {
+        log.emplace_back("Configure");
+        return configureCode;
+    }
+    int Start() override {
+        log.emplace_back("Start");
+        m_running = startCode == 0;
+        if (whenStarted) whenStarted();
+        return startCode;
+    }
+    void Stop() override {
+        if (m_running) log.emplace_back("Stop");
+        m_running = false;
+    }
+    bool running() const override { return m_running; }
+    int numChannels() const override { return channelCount; }
+    std::int64_t totalScans() const override { return config.totalScans; }
+    std::string describe(int code) const override { return "Description of " + std::to_string(code) + "."; }
+
+    /// Delivers a block whose sample (c, i) is `base` + 100 c + i.
+    void deliver(double base, int index = 0, bool last = true) {
+        onData({block(channelCount, config.chunkScans, base), index, last});
+    }
+
+    static std::shared_ptr<const TrialArray> block(int channels, std::int64_t samples, double base) {
+        TrialArray array = TrialArray::allocate(ElementType::Float64, channels == 1 ? 1 : 2, channels, samples).value();
+        for (int c = 0; c < channels; ++c)
+            for (std::int64_t i = 0; i < samples; ++i)
+                array.doubles(c)[static_cast<std::size_t>(i)] = base + 100.0 * c + static_cast<double>(i);
+        return std::make_shared<const TrialArray>(std::move(array));
+    }
+
+  private:
+    int m_device = 1;
+    bool m_running = false;
+};
+
+/// Records what a run shows.
+class FakeRunView final : public RunView {
+  public:
+    Log log;
+    std::string status;
+    bool busy = false;
+    bool stopEnabled = false;
+    bool waiting = false;
+    std::optional<AnalogProgress> progress;
+    std::function<void()> whileCommenting;
+
+    void setStatusText(const std::string& text) override {
+        status = text;
+        log.push_back("status " + text);
+    }
+    void setBusyPointer(bool on) override {
+        busy = on;
+        log.push_back(on ? "hourglass" : "pointer");
+    }
+    void setStopEnabled(bool on) override {
+        stopEnabled = on;
+        log.push_back(on ? "stop on" : "stop off");
+    }
+    void setWaitingShown(bool on) override {
+        waiting = on;
+        log.push_back(on ? "waiting shown" : "waiting hidden");
+    }
+    void showProgress(const std::optional<AnalogProgress>& value) override { progress = value; }
+    void RedrawTrials() override { log.emplace_back("RedrawTrials"); }
+    void UpdateMenus() override { log.emplace_back("UpdateMenus"); }
+    void UpdateCaption() override { log.emplace_back("UpdateCaption"); }
+    void editComments() override {
+        log.emplace_back("comments");
+        if (whileCommenting) whileCommenting();
+    }
+};
+
+class FakeSink final : public TrialSink {
+  public:
+    std::vector<int> saveTypes;
+    std::function<void()> whileSaving;
+
+    void autosave(int saveType) override {
+        saveTypes.push_back(saveType);
+        if (whileSaving) whileSaving();
+    }
+};
+
+/// The settings of a user, in memory.
+class FakeSettingsStore final : public SettingsStore {
+  public:
+    std::map<std::string, std::string> values; ///< "application/section/key" -> text
+
+    std::optional<std::string> read(std::string_view application, std::string_view section,
+                                    std::string_view key) const override {
+        const auto found = values.find(path(application, section, key));
+        if (found == values.end()) return std::nullopt;
+        return found->second;
+    }
+    void write(std::string_view application, std::string_view section, std::string_view key,
+               std::string_view value) override {
+        values[path(application, section, key)] = value;
+    }
+
+  private:
+    static std::string path(std::string_view application, std::string_view section, std::string_view key) {
+        return std::string(application) + "/" + std::string(section) + "/" + std::string(key);
+    }
+};
+
+} // namespace tavex2::test
