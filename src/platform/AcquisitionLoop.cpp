@@ -86,7 +86,7 @@ std::string position(const ScanAssembler& assembler, const AnalogInputConfig& co
 
 } // namespace
 
-void acquireTrials(Board& board, ScanAssembler assembler, const AnalogInputConfig& config, const StreamConfig& stream,
+void acquireTrials(Board& board, ScanAssembler& assembler, const AnalogInputConfig& config, const StreamConfig& stream,
                    const AcquisitionEvents& events, std::stop_token stop) {
     Reader reader(board, stream);
     Throttle throttle(progressInterval);
@@ -115,8 +115,8 @@ void acquireTrials(Board& board, ScanAssembler assembler, const AnalogInputConfi
     board.stop();
 }
 
-void acquireContinuously(Board& board, LatestWindow window, const StreamConfig& stream, const AcquisitionEvents& events,
-                         std::stop_token stop) {
+void acquireContinuously(Board& board, LatestWindow& window, const StreamConfig& stream,
+                         const AcquisitionEvents& events, std::stop_token stop) {
     Reader reader(board, stream);
     Throttle throttle(latestInterval);
     constexpr std::int64_t noLimit = INT64_MAX;

@@ -38,6 +38,13 @@ std::int64_t blockScans(const AnalogInputConfig& config) {
     return config.chunked ? config.chunkScans : config.totalScans;
 }
 
+int blocks(const AnalogInputConfig& config) {
+    return static_cast<int>(config.totalScans / blockScans(config));
+}
+
+/// For a channel whose board is looked at elsewhere.
+constexpr int anyInput = std::numeric_limits<int>::max();
+
 } // namespace
 
 AnalogInput::AnalogInput(const BoardList& boards, EventLoop& events)
@@ -138,7 +145,6 @@ DaqOutcome AnalogInput::checkLimits(const BoardDescription& description) const {
 DaqOutcome AnalogInput::checkTrigger() const {
     const StartCondition& start = config.start;
     if (start.type == StartCondition::Type::None) return {};
-    constexpr int anyInput = std::numeric_limits<int>::max();
     const Result<std::vector<int>> source = parseChannelList(start.channel, anyInput);
     const bool listed = source && source.value().size() == 1 &&
                         std::ranges::find(m_stream.channels, source.value().front()) != m_stream.channels.end();
@@ -171,80 +177,88 @@ int AnalogInput::Start() {
     if (!m_applied || selected == nullptr) return refuse(DaqStatus::NotConfigured, "");
     if (m_thread.joinable()) m_thread.join(); // a run that has delivered everything is about to end
 
+    std::function<void(std::stop_token)> acquisition;
+    if (const DaqOutcome prepared = prepare(*selected, acquisition); !prepared.ok())
+        return refuse(prepared.status, prepared.detail);
+    if (const DaqOutcome started = selected->start(m_stream); !started.ok())
+        return refuse(started.status, started.detail);
+    m_thread = std::jthread(std::move(acquisition));
+    m_running = true;
+    return 0;
+}
+
+/// Reserves the memory of a run and makes what the acquisition thread is to do.
+DaqOutcome AnalogInput::prepare(Board& selected, std::function<void(std::stop_token)>& acquisition) {
     const AnalogInputConfig& applied = *m_applied;
-    const int channels = numChannels();
-    const VoltageLimits limits = selected->description().appliesLimits
+    const VoltageLimits limits = selected.description().appliesLimits
                                      ? VoltageLimits{}
                                      : VoltageLimits{.lower = applied.lowerVolts, .upper = applied.upperVolts};
-    AssemblyConfig assembly{.channels = channels,
-                            .blockScans = blockScans(applied),
-                            .blocks = static_cast<int>(applied.totalScans / blockScans(applied)),
-                            .limits = limits,
-                            .trigger = std::nullopt};
-    const StartCondition& start = applied.start;
-    if (start.type == StartCondition::Type::AnalogLevel && applied.end == EndCondition::AfterTotalScans) {
-        const int source = parseChannelList(start.channel, std::numeric_limits<int>::max()).value().front();
-        assembly.trigger = LevelTrigger{
-            .column = static_cast<int>(std::ranges::find(m_stream.channels, source) - m_stream.channels.begin()),
-            .levelVolts = start.levelVolts,
-            .bandVolts = std::abs(start.levelVolts - start.secondThresholdVolts),
-            .rising = start.rising,
-            .preTriggerScans = start.preTriggerScans};
+    if (applied.end == EndCondition::Continuous) {
+        Result<LatestWindow> window = LatestWindow::create(numChannels(), blockScans(applied), limits);
+        if (!window) return {DaqStatus::OutOfMemory, window.error().text};
+        acquisition = [&selected, stream = m_stream, events = eventsOfNextRun(),
+                       latest = std::make_shared<LatestWindow>(std::move(window).value())](std::stop_token stop) {
+            acquireContinuously(selected, *latest, stream, events, stop);
+        };
+        return {};
     }
+    Result<ScanAssembler> trials = ScanAssembler::create({.channels = numChannels(),
+                                                          .blockScans = blockScans(applied),
+                                                          .blocks = blocks(applied),
+                                                          .limits = limits,
+                                                          .trigger = levelTrigger()});
+    if (!trials) return {DaqStatus::OutOfMemory, trials.error().text};
+    acquisition = [&selected, applied, stream = m_stream, events = eventsOfNextRun(),
+                   assembler = std::make_shared<ScanAssembler>(std::move(trials).value())](std::stop_token stop) {
+        acquireTrials(selected, *assembler, applied, stream, events, stop);
+    };
+    return {};
+}
 
+std::optional<LevelTrigger> AnalogInput::levelTrigger() const {
+    const StartCondition& start = m_applied->start;
+    if (start.type == StartCondition::Type::None) return std::nullopt;
+    const int source = parseChannelList(start.channel, anyInput).value().front();
+    const auto column = std::ranges::find(m_stream.channels, source) - m_stream.channels.begin();
+    return LevelTrigger{.column = static_cast<int>(column),
+                        .levelVolts = start.levelVolts,
+                        .bandVolts = std::abs(start.levelVolts - start.secondThresholdVolts),
+                        .rising = start.rising,
+                        .preTriggerScans = start.preTriggerScans};
+}
+
+/// What the acquisition thread calls: each hands its event over to the user-interface thread, under the run's number.
+AcquisitionEvents AnalogInput::eventsOfNextRun() {
     const int run = ++m_link->run;
     const std::shared_ptr<Link> link = m_link;
     EventLoop& loop = m_events;
     link->latestTaken = true;
-    AcquisitionEvents events{.data =
-                                 [&loop, link, run](AnalogBlock block) {
-                                     link->latestTaken = false;
-                                     loop.post([link, run, delivered = std::move(block)] {
-                                         link->latestTaken = true;
-                                         if (!link->valid(run)) return;
-                                         AnalogInput& control = *link->control;
-                                         if (delivered.last) control.m_running = false;
-                                         if (control.onData) control.onData(delivered);
-                                     });
-                                 },
-                             .progress =
-                                 [&loop, link, run](AnalogProgress progress) {
-                                     loop.post([link, run, progress] {
-                                         if (link->valid(run) && link->control->onProgress)
-                                             link->control->onProgress(progress);
-                                     });
-                                 },
-                             .error =
-                                 [&loop, link, run](AnalogError error) {
-                                     loop.post([link, run, failed = std::move(error)] {
-                                         if (!link->valid(run)) return;
-                                         link->control->m_running = false;
-                                         if (link->control->onError) link->control->onError(failed);
-                                     });
-                                 },
-                             .latestTaken = [link] { return link->latestTaken.load(); }};
-
-    if (applied.end == EndCondition::Continuous) {
-        Result<LatestWindow> window = LatestWindow::create(channels, blockScans(applied), limits);
-        if (!window) return refuse(DaqStatus::OutOfMemory, window.error().text);
-        if (const DaqOutcome started = selected->start(m_stream); !started.ok())
-            return refuse(started.status, started.detail);
-        m_thread = std::jthread([selected, stream = m_stream, events = std::move(events),
-                                 kept = std::move(window).value()](std::stop_token stop) mutable {
-            acquireContinuously(*selected, std::move(kept), stream, events, stop);
-        });
-    } else {
-        Result<ScanAssembler> assembler = ScanAssembler::create(assembly);
-        if (!assembler) return refuse(DaqStatus::OutOfMemory, assembler.error().text);
-        if (const DaqOutcome started = selected->start(m_stream); !started.ok())
-            return refuse(started.status, started.detail);
-        m_thread = std::jthread([selected, applied, stream = m_stream, events = std::move(events),
-                                 trials = std::move(assembler).value()](std::stop_token stop) mutable {
-            acquireTrials(*selected, std::move(trials), applied, stream, events, stop);
-        });
-    }
-    m_running = true;
-    return 0;
+    return {.data =
+                [&loop, link, run](AnalogBlock block) {
+                    link->latestTaken = false;
+                    loop.post([link, run, delivered = std::move(block)] {
+                        link->latestTaken = true;
+                        if (!link->valid(run)) return;
+                        AnalogInput& control = *link->control;
+                        if (delivered.last) control.m_running = false;
+                        if (control.onData) control.onData(delivered);
+                    });
+                },
+            .progress =
+                [&loop, link, run](AnalogProgress progress) {
+                    loop.post([link, run, progress] {
+                        if (link->valid(run) && link->control->onProgress) link->control->onProgress(progress);
+                    });
+                },
+            .error =
+                [&loop, link, run](AnalogError error) {
+                    loop.post([link, run, failed = std::move(error)] {
+                        if (!link->valid(run)) return;
+                        link->control->m_running = false;
+                        if (link->control->onError) link->control->onError(failed);
+                    });
+                },
+            .latestTaken = [link] { return link->latestTaken.load(); }};
 }
 
 void AnalogInput::Stop() {

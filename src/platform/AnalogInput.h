@@ -1,10 +1,12 @@
 #pragma once
 
+#include "platform/AcquisitionLoop.h"
 #include "platform/Board.h"
 #include "platform/BoardList.h"
 #include "platform/CWAI.h"
 #include "platform/EventLoop.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,6 +51,9 @@ class AnalogInput final : public CWAI {
     DaqOutcome checkLimits(const BoardDescription& board) const;
     DaqOutcome checkTrigger() const;
     DaqOutcome checkMemory() const;
+    DaqOutcome prepare(Board& selected, std::function<void(std::stop_token)>& acquisition);
+    std::optional<LevelTrigger> levelTrigger() const;
+    AcquisitionEvents eventsOfNextRun();
 
     const BoardList& m_boards;
     EventLoop& m_events;

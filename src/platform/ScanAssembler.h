@@ -24,8 +24,8 @@ struct AssemblyConfig {
     int channels = 1;
     std::int64_t blockScans = 1;
     int blocks = 1;
-    VoltageLimits limits; ///< applied to every sample, before the trigger looks at it
-    std::optional<LevelTrigger> trigger;
+    VoltageLimits limits{}; ///< applied to every sample, before the trigger looks at it
+    std::optional<LevelTrigger> trigger = std::nullopt;
 };
 
 /// Makes trials out of a stream of scans: waits for the trigger, keeps the pre-trigger scans, limits the voltages and
