@@ -28,11 +28,12 @@ class MainWindowTest : public testing::Test {
     }
 
     void start(std::vector<std::string> settings = {"Duration=0.05", "DIOMask=0"},
-               const std::string& board = "simulator") {
+               const std::optional<std::string>& board = "simulator") {
         auto program = WindowProgram::create({.board = board, .settings = std::move(settings)}, store);
         ASSERT_TRUE(program) << program.error().text;
         m_program = std::move(program).value();
         m_program->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
     }
 
     frmMain& window() { return m_program->window(); }
@@ -95,10 +96,10 @@ TEST_F(MainWindowTest, EveryCommandHasANameATextAndATip) {
         if (each->isSeparator() || each->menu() != nullptr || each->text().isEmpty()) continue;
         EXPECT_FALSE(each->objectName().isEmpty()) << each->text().toStdString();
         EXPECT_FALSE(each->toolTip().isEmpty()) << each->objectName().toStdString();
-        if (!each->isEnabled() && !each->objectName().contains(QLatin1String("Save")) &&
-            each->objectName() != QLatin1String("tbStop"))
-            EXPECT_TRUE(each->toolTip().contains(QLatin1String("not in this version yet")))
-                << each->objectName().toStdString();
+        const bool waitsForData =
+            each->objectName().contains(QLatin1String("Save")) || each->objectName() == QLatin1String("tbStop");
+        EXPECT_TRUE(each->isEnabled() || waitsForData || each->toolTip().contains(QLatin1String("not in this version")))
+            << each->objectName().toStdString();
     }
     QStringList keys;
     for (QAction* each : child<QToolBar>("tbToolBar").actions())
@@ -177,24 +178,169 @@ TEST_F(MainWindowTest, AutosaveWithoutAskingNeverOverwrites) {
     EXPECT_EQ(plots("cwGAvg"), 2);
 }
 
-TEST_F(MainWindowTest, StopAsksFirstAndYesBringsBackTheTrialBefore) {
-    start();
-    collect();
-    const QString caption = window().windowTitle();
-    // A trigger that the signal never reaches keeps the next collection waiting.
-    // (Set through a second program below; here a long trial does.)
-    m_longTrial();
+TEST_F(MainWindowTest, StopAsksFirstAndYesLosesTheTrial) {
+    start({"Duration=3000"});
     button("Collect").click();
+    EXPECT_TRUE(button("Stop").isEnabled());
     ASSERT_TRUE(waitFor([this] { return child<QProgressBar>("prgTrial").isVisible(); }));
-    WhenDialogOpens question("MessageBox", [](QWidget& box) {
+    EXPECT_TRUE(child<QProgressBar>("prgTrial").format().endsWith(QLatin1String("of 3000.0 s")));
+    WhenDialogOpens no("MessageBox", [](QWidget& box) {
         EXPECT_EQ(box.windowTitle(), QStringLiteral("Stop Current Trial"));
-        press(box, QMessageBox::Yes);
+        press(box, QMessageBox::No);
     });
     button("Stop").click();
-    ASSERT_TRUE(question.opened());
+    ASSERT_TRUE(no.opened());
+    EXPECT_TRUE(button("Stop").isEnabled());
+    WhenDialogOpens yes("MessageBox", [](QWidget& box) { press(box, QMessageBox::Yes); });
+    button("Stop").click();
+    ASSERT_TRUE(yes.opened());
     EXPECT_EQ(status(), QStringLiteral("Stopped"));
-    EXPECT_EQ(window().windowTitle(), caption);
+    EXPECT_FALSE(button("Stop").isEnabled());
     EXPECT_FALSE(child<QProgressBar>("prgTrial").isVisible());
+    EXPECT_FALSE(action("mnuSave").isEnabled());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(MainWindowTest, ATriggeredCollectionShowsTheWaitingWindowUntilStop) {
+    start({"TriggerMode=1", "TriggerChannel=0", "TriggerLevel=9.8", "DIOMask=0"});
+    button("Collect").click();
+    EXPECT_EQ(status(), QStringLiteral("Waiting for trigger before acquiring data"));
+    auto& waiting = child<QWidget>("frmWaiting");
+    EXPECT_TRUE(waiting.isVisible());
+    EXPECT_EQ(waiting.windowTitle(), QStringLiteral("Waiting..."));
+    EXPECT_FALSE(waiting.isModal());
+    WhenDialogOpens question("MessageBox", [](QWidget& box) { press(box, QMessageBox::Yes); });
+    button("Stop").click();
+    ASSERT_TRUE(question.opened());
+    EXPECT_FALSE(waiting.isVisible());
+}
+
+TEST_F(MainWindowTest, WithoutABoardItSaysSo) {
+    start({"Device=2"}, std::nullopt);
+    WhenDialogOpens message("MessageBox", [](QWidget& box) {
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("No A/D Device"));
+        press(box, QMessageBox::Ok);
+    });
+    button("Collect").click();
+    ASSERT_TRUE(message.opened());
+    EXPECT_FALSE(action("mnuSave").isEnabled());
+}
+
+TEST_F(MainWindowTest, ABoardThatVanishesLeavesWhatHadArrived) {
+    start({"Duration=1", "DIOMask=0"}, "simulator:fail=vanish@100");
+    WhenDialogOpens message("MessageBox", [](QWidget& box) {
+        const QString text = dynamic_cast<QMessageBox&>(box).text();
+        EXPECT_TRUE(text.startsWith(QLatin1String("Error: -10010\nContext: "))) << text.toStdString();
+        press(box, QMessageBox::Ok);
+    });
+    button("Collect").click();
+    ASSERT_TRUE(waitFor([&] { return message.opened(); }));
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Trial0001-partial (Unsaved)"));
+    EXPECT_EQ(plots("cwG"), 2);
+    saveAs(QString::fromStdString((folder / "part.lmb").string()));
+    EXPECT_EQ(fs::file_size(folder / "part.lmb"), 4374U + 4U * 100U * 3U);
+}
+
+TEST_F(MainWindowTest, ARefusedConfigurationLeavesTheWindowAsItWas) {
+    start({"Channels=0:70"});
+    WhenDialogOpens message("MessageBox", [](QWidget& box) {
+        EXPECT_TRUE(dynamic_cast<QMessageBox&>(box).text().startsWith(QLatin1String("DAQ Error: -10002\n")));
+        press(box, QMessageBox::Ok);
+    });
+    button("Collect").click();
+    ASSERT_TRUE(message.opened());
+    EXPECT_EQ(status(), QStringLiteral("Ready"));
+    EXPECT_FALSE(button("Stop").isEnabled());
+}
+
+TEST_F(MainWindowTest, TheViewMenuHidesAndShowsGraphs) {
+    start();
+    action("mnuLastTrial").trigger();
+    EXPECT_FALSE(child<QWidget>("cwGLast").isVisible());
+    action("mnuAveragedTrials").trigger();
+    EXPECT_FALSE(child<QWidget>("cwGAvg").isVisible());
+    action("mnuLastTrial").trigger();
+    EXPECT_TRUE(child<QWidget>("cwGLast").isVisible());
+}
+
+TEST_F(MainWindowTest, DebugModeCollectsNothingAndItsSaveIsHarmless) {
+    start();
+    action("mnuOption_1").trigger();
+    button("Collect").click();
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Trial0001 (Unsaved)"));
+    EXPECT_TRUE(action("mnuSave").isEnabled());
+    action("mnuSave").trigger();
+    EXPECT_EQ(status(), QStringLiteral("There is no trial to save."));
+    EXPECT_EQ(plots("cwG"), 0);
+}
+
+TEST_F(MainWindowTest, ClosingAsksAboutAnUnsavedTrialAndCancelKeepsTheWindow) {
+    start();
+    collect();
+    WhenDialogOpens question("MessageBox", [](QWidget& box) {
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Last Trial Saved"));
+        press(box, QMessageBox::Cancel);
+    });
+    action("mnuExit").trigger();
+    ASSERT_TRUE(question.opened());
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(store.values.size(), 1U) << "only what the test put there";
+
+    WhenDialogOpens again("MessageBox", [](QWidget& box) { press(box, QMessageBox::No); });
+    window().close();
+    ASSERT_TRUE(again.opened());
+    EXPECT_FALSE(window().isVisible());
+    EXPECT_EQ(store.values["Tavex2/Startup/Fullscreen"], "False");
+}
+
+TEST_F(MainWindowTest, ClosingAfterYesAndACancelledSaveKeepsTheTrial) {
+    start();
+    collect();
+    WhenDialogOpens question("MessageBox", [](QWidget& box) { press(box, QMessageBox::Yes); });
+    WhenDialogOpens save("CommonDialog", [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    window().close();
+    ASSERT_TRUE(question.opened());
+    ASSERT_TRUE(save.opened());
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Trial0001 (Unsaved)"));
+}
+
+TEST_F(MainWindowTest, ClosingRightAfterASaveAsksNothing) {
+    start();
+    collect();
+    saveAs(QString::fromStdString((folder / "a.lmb").string()));
+    window().close();
+    EXPECT_FALSE(window().isVisible());
+    EXPECT_EQ(store.values["Tavex2/Startup/Lastfile"], (folder / "a.lmb").string());
+}
+
+TEST_F(MainWindowTest, ClosingDuringACollectionAsksTheStopQuestionFirst) {
+    start({"Duration=3000"});
+    button("Collect").click();
+    WhenDialogOpens no("MessageBox", [](QWidget& box) {
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Stop Current Trial"));
+        press(box, QMessageBox::No);
+    });
+    window().close();
+    ASSERT_TRUE(no.opened());
+    EXPECT_TRUE(window().isVisible());
+    WhenDialogOpens yes("MessageBox", [](QWidget& box) { press(box, QMessageBox::Yes); });
+    window().close();
+    ASSERT_TRUE(yes.opened());
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(MainWindowTest, AFailedSaveSaysWhyAndKeepsTheTrialUnsaved) {
+    start();
+    collect();
+    WhenDialogOpens message("MessageBox", [&](QWidget& box) {
+        const QString text = dynamic_cast<QMessageBox&>(box).text();
+        EXPECT_TRUE(text.startsWith(QLatin1String("Error saving /proc/trial.lmb"))) << text.toStdString();
+        press(box, QMessageBox::Ok);
+    });
+    saveAs(QStringLiteral("/proc/trial.lmb")); // nobody may write there
+    EXPECT_TRUE(message.opened());
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Trial0001 (Unsaved)"));
 }
 
 } // namespace

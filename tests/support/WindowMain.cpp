@@ -3,6 +3,7 @@
 
 /// The main of the tests that open windows.
 int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     // The tests look for the toolkit's own dialogs, not for those of a desktop.
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argc, argv);

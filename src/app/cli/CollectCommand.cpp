@@ -161,10 +161,13 @@ Result<void> drawLast(const ProgramState& state, const fs::path& path, const Com
 int collectTrials(const CollectRequest& request, const CommandLineServices& services) {
     const auto fail = [&services](const std::string& problem) {
         services.err << "tavex2: " << oneLine(problem) << '\n';
-        return 1;
+        return exitFailed;
     };
     ProgramState state;
-    if (const auto ready = prepareSettings(state, request.settings); !ready) return fail(ready.error().text);
+    if (const auto ready = prepareSettings(state, request.settings); !ready) {
+        fail(ready.error().text);
+        return ready.error().kind == ErrorKind::NotFound ? exitWrongUsage : exitFailed; // no such setting
+    }
     if (const auto ready = checkPicture(request.plot); !ready) return fail(ready.error().text);
 
     SteadyClock steadyClock;
@@ -215,7 +218,7 @@ int collectTrials(const CollectRequest& request, const CommandLineServices& serv
         services.out << sink.text;
     for (const std::string& problem : problems)
         fail(problem);
-    return problems.empty() ? 0 : 1;
+    return problems.empty() ? exitDone : exitFailed;
 }
 
 } // namespace tavex2

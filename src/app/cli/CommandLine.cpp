@@ -13,15 +13,11 @@ namespace tavex2 {
 
 namespace {
 
-constexpr int done = 0;
-constexpr int failed = 1;
-constexpr int wrongUsage = 2;
-
 /// Prints the error of a command that failed, on one line.
 int report(const Result<void>& result, std::ostream& err) {
-    if (result) return done;
+    if (result) return exitDone;
     err << "tavex2: " << oneLine(result.error().text) << '\n';
-    return failed;
+    return exitFailed;
 }
 
 constexpr const char* settingHelp = "A setting by its name, such as Channels=0:3, Rate=1000 or Duration=2; repeatable";
@@ -75,17 +71,17 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     } catch (const CLI::ParseError& problem) {
         if (problem.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) { // --help, --version
             app.exit(problem, services.out, services.err);
-            return {done, std::nullopt};
+            return {exitDone, std::nullopt};
         }
         services.err << "tavex2: " << oneLine(problem.what()) << ". 'tavex2 --help' tells how to use it.\n";
-        return {wrongUsage, std::nullopt};
+        return {exitWrongUsage, std::nullopt};
     }
 
     if (*collectCommand) return {collectTrials(collect, services), std::nullopt};
     if (*showCommand) return {report(showFile(show, services.out), services.err), std::nullopt};
     if (*plotCommand) return {report(plotFile(plot, services.drawPicture), services.err), std::nullopt};
     if (*boardsCommand) return {report(listBoards(boardsAsJson, services), services.err), std::nullopt};
-    return {done, window};
+    return {exitDone, window};
 }
 
 } // namespace tavex2

@@ -13,6 +13,11 @@
 
 namespace tavex2 {
 
+/// Exit codes of the program.
+inline constexpr int exitDone = 0;
+inline constexpr int exitFailed = 1;
+inline constexpr int exitWrongUsage = 2;
+
 /// A picture of a trial to be made.
 struct TrialPicture {
     TrialData trial;

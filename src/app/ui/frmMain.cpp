@@ -79,6 +79,7 @@ void frmMain::describeForAssistance() {
             button->setAccessibleName(action->text());
         }
     }
+    m_ui->tbToolBar->toggleViewAction()->setObjectName(QStringLiteral("tbToolBarView"));
     m_ui->tbToolBar->setAccessibleName(m_ui->tbToolBar->windowTitle());
     m_ui->mnuBar->setAccessibleName(tr("Menus"));
 }

@@ -1,0 +1,311 @@
+#include "app/cli/CommandLine.h"
+
+#include "support/Fakes.h"
+#include "support/RecordingFile.h"
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cstring>
+#include <sstream>
+
+namespace tavex2::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+/// Runs the program's commands as they are typed, in this process.
+class CommandLineTest : public testing::Test {
+  protected:
+    CommandLineTest() {
+        // Three channels of 400 scans at 100 Hz: a counter, a step from scan 150 on, a constant.
+        std::vector<std::int16_t> samples;
+        for (int i = 0; i < 400; ++i)
+            for (const int sample : {i, i < 150 ? 0 : 10000, -3})
+                samples.push_back(static_cast<std::int16_t>(sample));
+        writeWave(folder / "rec.wav", 3, 100, samples);
+        fs::create_directory(out);
+    }
+
+    int run(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), "tavex2");
+        std::vector<const char*> argv;
+        for (const std::string& argument : arguments)
+            argv.push_back(argument.c_str());
+        stdOut.str("");
+        stdErr.str("");
+        result = runCommandLine(static_cast<int>(argv.size()), argv.data(),
+                                {.out = stdOut, .err = stdErr, .store = store, .drawPicture = [this](auto& picture) {
+                                     pictures.push_back(picture);
+                                     return Result<void>();
+                                 }});
+        return result.exitCode;
+    }
+
+    int collect(std::vector<std::string> arguments) {
+        std::vector<std::string> all{"collect", "--fast",     "--board", "recording:" + (folder / "rec.wav").string(),
+                                     "--out",   out.string(), "--set",   "Rate=100",
+                                     "--set",   "Duration=1", "--set",   "Channels=0:2"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        return run(all);
+    }
+
+    /// Everything that stands on the error stream, which has to be one line.
+    std::string errorLine() {
+        const std::string text = stdErr.str();
+        EXPECT_EQ(std::ranges::count(text, '\n'), 1) << text;
+        EXPECT_TRUE(text.starts_with("tavex2: ")) << text;
+        return text;
+    }
+
+    std::vector<std::string> filesWritten() {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(out))
+            names.push_back(entry.path().filename().string());
+        std::ranges::sort(names);
+        return names;
+    }
+
+    /// Sample of a written trial: float32 at (channel, sample) behind the header and the time block.
+    float sample(const std::string& name, int samples, int channel, int index) {
+        const std::string bytes = bytesOf(out / name);
+        float value = 0;
+        const std::size_t offset = 4374U + 4U * static_cast<std::size_t>((channel + 1) * samples + index);
+        EXPECT_LE(offset + 4, bytes.size());
+        std::memcpy(&value, bytes.data() + offset, 4);
+        return value;
+    }
+
+    static float volts(int recorded) { return static_cast<float>(recorded / 32768.0 * 10.0); }
+
+    TemporaryFolder folder;
+    fs::path out = folder / "out";
+    FakeSettingsStore store;
+    std::ostringstream stdOut;
+    std::ostringstream stdErr;
+    std::vector<TrialPicture> pictures;
+    CommandLineResult result;
+};
+
+TEST_F(CommandLineTest, WithoutACommandItAsksForTheWindow) {
+    EXPECT_EQ(run({}), 0);
+    ASSERT_TRUE(result.window);
+    EXPECT_EQ(run({"--board", "simulator", "--set", "Rate=10"}), 0);
+    EXPECT_EQ(result.window->board, "simulator");
+    EXPECT_THAT(result.window->settings, ElementsAre("Rate=10"));
+}
+
+TEST_F(CommandLineTest, CollectWritesTheRecordedSamples) {
+    ASSERT_EQ(collect({}), 0) << stdErr.str();
+    EXPECT_THAT(filesWritten(), ElementsAre("Trial0001.lmb"));
+    EXPECT_EQ(fs::file_size(out / "Trial0001.lmb"), 4374U + 4U * 101U * 4U);
+    for (int i = 0; i < 101; ++i) {
+        EXPECT_EQ(sample("Trial0001.lmb", 101, 0, i), volts(i));
+        EXPECT_EQ(sample("Trial0001.lmb", 101, 2, i), volts(-3));
+    }
+    EXPECT_THAT(stdOut.str(), HasSubstr("Trial0001.lmb: 3 channels x 101 samples at 100 Hz"));
+}
+
+TEST_F(CommandLineTest, CollectTriggersWithTheCrossingBehindThePreTrigger) {
+    ASSERT_EQ(collect({"--set", "TriggerMode=1", "--set", "TriggerChannel=1", "--set", "TriggerLevel=1"}), 0)
+        << stdErr.str();
+    EXPECT_EQ(sample("Trial0001.lmb", 101, 1, 10), volts(10000)); // 10 % of 1 s at 100 Hz
+    EXPECT_EQ(sample("Trial0001.lmb", 101, 1, 9), volts(0));
+    EXPECT_EQ(sample("Trial0001.lmb", 101, 0, 0), volts(140));
+}
+
+TEST_F(CommandLineTest, RepeatsAreWrittenUnderNamesOfTheirOwnWithoutAMissingSample) {
+    ASSERT_EQ(collect({"--set", "Repeat=3"}), 0) << stdErr.str();
+    EXPECT_THAT(filesWritten(), ElementsAre("Trial0001-r2.lmb", "Trial0001-r3.lmb", "Trial0001.lmb"));
+    EXPECT_EQ(sample("Trial0001.lmb", 101, 0, 100), volts(100));
+    EXPECT_EQ(sample("Trial0001-r2.lmb", 101, 0, 0), volts(101));
+    EXPECT_EQ(sample("Trial0001-r3.lmb", 101, 0, 0), volts(202));
+}
+
+TEST_F(CommandLineTest, ExistingFilesAreNeverReplaced) {
+    ASSERT_EQ(collect({"--trials", "2"}), 0);
+    ASSERT_EQ(collect({}), 0);
+    EXPECT_THAT(filesWritten(), ElementsAre("Trial0001 (2).lmb", "Trial0001.lmb", "Trial0002.lmb"));
+    EXPECT_THAT(stdOut.str(), HasSubstr("Trial0001 (2).lmb"));
+}
+
+TEST_F(CommandLineTest, JsonNamesTheFieldsOfTheRecords) {
+    ASSERT_EQ(collect({"--json"}), 0);
+    const auto json = nlohmann::json::parse(stdOut.str());
+    ASSERT_EQ(json.at("Trials").size(), 1U);
+    const auto& trial = json.at("Trials")[0];
+    EXPECT_EQ(trial.at("TrialName"), "Trial0001");
+    EXPECT_EQ(trial.at("NumChannels"), 3);
+    EXPECT_EQ(trial.at("NumSamples"), 101);
+    EXPECT_EQ(trial.at("Rate"), 100);
+    EXPECT_EQ(trial.at("File"), (out / "Trial0001.lmb").string());
+}
+
+TEST_F(CommandLineTest, ThePictureShowsTheLastTrialWithItsLabels) {
+    ASSERT_EQ(collect({"--plot", (out / "t.png").string()}), 0);
+    ASSERT_EQ(pictures.size(), 1U);
+    EXPECT_EQ(pictures[0].trial->samples(), 101);
+    EXPECT_EQ(pictures[0].title, "Trial0001");
+    EXPECT_THAT(pictures[0].labels, ElementsAre("Channel 00", "Channel 01", "Channel 02"));
+}
+
+TEST_F(CommandLineTest, AFastRunIsARealRunPulsesIncluded) {
+    const auto inputs = [&](const char* speed) {
+        std::vector<std::string> arguments{"collect", "--out",         out.string(), "--set",        "Channels=0:1,61",
+                                           "--set",   "Duration=0.05", "--set",      "DIOLatency=20"};
+        if (*speed != '\0') arguments.emplace_back(speed);
+        EXPECT_EQ(run(arguments), 0) << stdErr.str();
+    };
+    inputs("--fast");
+    inputs("--fast");
+    EXPECT_EQ(bytesOf(out / "Trial0001.lmb").substr(4374), bytesOf(out / "Trial0001 (2).lmb").substr(4374));
+    int high = 0;
+    for (int i = 0; i < 51; ++i)
+        if (sample("Trial0001.lmb", 51, 2, i) > 2.5F) {
+            EXPECT_EQ(i, 20);
+            ++high;
+        }
+    EXPECT_EQ(high, 1) << "a pulse of one millisecond at its latency";
+    inputs("");
+    for (int channel = 0; channel < 2; ++channel)
+        for (int i = 0; i < 51; ++i)
+            ASSERT_EQ(sample("Trial0001.lmb", 51, channel, i), sample("Trial0001 (3).lmb", 51, channel, i));
+}
+
+TEST_F(CommandLineTest, BadInputIsOneLineAndLeavesNothingBehind) {
+    const auto refused = [&](std::vector<std::string> arguments) {
+        EXPECT_EQ(collect(std::move(arguments)), 1);
+        EXPECT_TRUE(filesWritten().empty());
+        return errorLine();
+    };
+    EXPECT_THAT(refused({"--set", "Rate=0"}), HasSubstr("from 1 to 100000 Hz"));
+    EXPECT_THAT(refused({"--set", "Duration=9999"}), HasSubstr("from 0.01 to 3600 s"));
+    EXPECT_THAT(refused({"--set", "Rate=200"}), HasSubstr("100 Hz"));
+    EXPECT_THAT(refused({"--set", "Channels=0:3"}), HasSubstr("0 to 2"));
+    EXPECT_THAT(refused({"--set", "TriggerMode=1", "--set", "TriggerChannel=9"}), HasSubstr("not among"));
+    EXPECT_THAT(refused({"--plot", (folder / "none" / "p.png").string()}), HasSubstr("does not exist"));
+}
+
+TEST_F(CommandLineTest, AFolderThatCannotTakeTheTrialIsRefusedBeforeItIsCollected) {
+    const auto into = [&](const fs::path& where) {
+        EXPECT_EQ(run({"collect", "--fast", "--out", where.string()}), 1);
+        return errorLine();
+    };
+    EXPECT_THAT(into(folder / "missing"), AllOf(HasSubstr("does not exist"), HasSubstr("Create it")));
+    EXPECT_THAT(into(folder / "rec.wav"), HasSubstr("not a folder"));
+    EXPECT_THAT(into("/proc"), AllOf(HasSubstr("/proc"), HasSubstr("hoose another one")));
+}
+
+TEST_F(CommandLineTest, BoardsThatCannotBeUsedAreNamed) {
+    const auto board = [&](const std::string& spec) {
+        EXPECT_EQ(run({"collect", "--fast", "--out", out.string(), "--board", spec}), 1);
+        EXPECT_TRUE(filesWritten().empty());
+        return errorLine();
+    };
+    EXPECT_THAT(board("recording:" + (folder / "missing.wav").string()), HasSubstr("missing.wav"));
+    EXPECT_THAT(board("recording:"), HasSubstr("Name the file"));
+    EXPECT_THAT(board("toaster"), HasSubstr("no kind of board"));
+    EXPECT_THAT(board("7"), HasSubstr("no board number 7"));
+    EXPECT_THAT(board("simulator:speed=1"), HasSubstr("no option"));
+    EXPECT_THAT(board("simulator:fail=refuse"), HasSubstr("-10009"));
+    EXPECT_THAT(board("simulator:fail=open"), HasSubstr("-10008"));
+}
+
+TEST_F(CommandLineTest, ABoardThatFailsLeavesWhatHadArrivedInAFileOfItsOwn) {
+    EXPECT_EQ(run({"collect", "--fast", "--out", out.string(), "--board", "simulator:fail=vanish@500"}), 1);
+    EXPECT_THAT(errorLine(), AllOf(HasSubstr("-10010"), HasSubstr("scan 500 of 2001"), HasSubstr("no longer answers")));
+    EXPECT_THAT(filesWritten(), ElementsAre("Trial0001-partial.lmb"));
+    EXPECT_EQ(fs::file_size(out / "Trial0001-partial.lmb"), 4374U + 4U * 500U * 3U);
+}
+
+TEST_F(CommandLineTest, WrongUsageIsExitCodeTwo) {
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{"frobnicate"},
+                                               {"collect", "--trials", "0"},
+                                               {"collect", "--format", "xyz"},
+                                               {"show"},
+                                               {"plot", "a.lmb"},
+                                               {"collect", "--bogus"}}) {
+        EXPECT_EQ(run(arguments), 2);
+        errorLine();
+    }
+    EXPECT_EQ(collect({"--set", "Speed=1"}), 2);
+    EXPECT_THAT(errorLine(), HasSubstr("no setting named"));
+    EXPECT_EQ(collect({"--set", "Rate"}), 2);
+    EXPECT_THAT(errorLine(), HasSubstr("NAME=VALUE"));
+}
+
+TEST_F(CommandLineTest, HelpAndVersionGoToStandardOutput) {
+    EXPECT_EQ(run({"--version"}), 0);
+    EXPECT_THAT(stdOut.str(), testing::StartsWith("tavex2 "));
+    EXPECT_FALSE(result.window);
+    EXPECT_EQ(run({"collect", "--help"}), 0);
+    EXPECT_THAT(stdOut.str(), AllOf(HasSubstr("--board"), HasSubstr("--fast"), HasSubstr("--plot")));
+}
+
+TEST_F(CommandLineTest, ShowGivesTheHeaderAndTheChannels) {
+    ASSERT_EQ(collect({}), 0);
+    ASSERT_EQ(run({"show", (out / "Trial0001.lmb").string(), "--json"}), 0);
+    const auto json = nlohmann::json::parse(stdOut.str());
+    EXPECT_EQ(json.at("NumChannels"), 3);
+    EXPECT_EQ(json.at("NumSamples"), 101);
+    EXPECT_EQ(json.at("Rate"), 100.0);
+    EXPECT_EQ(json.at("Duration"), 1.0);
+    EXPECT_EQ(json.at("Labels"), (nlohmann::json{"Time", "Channel 00", "Channel 01", "Channel 02"}));
+    EXPECT_EQ(json.at("Units"), (nlohmann::json{"s", "V", "V", "V"}));
+    EXPECT_EQ(json.at("ChannelNumber"), (nlohmann::json{-1, 0, 1, 2}));
+    EXPECT_EQ(json.at("TrialComments").size(), 4U);
+    EXPECT_EQ(json.at("Channels")[0].at("Maximum"), static_cast<double>(volts(100)));
+    EXPECT_EQ(json.at("Channels")[2].at("Mean"), static_cast<double>(volts(-3)));
+
+    ASSERT_EQ(run({"show", (out / "Trial0001.lmb").string()}), 0);
+    EXPECT_THAT(stdOut.str(), AllOf(HasSubstr("Tavex2 analog data file."), HasSubstr("Channel 02")));
+}
+
+TEST_F(CommandLineTest, ShowAndPlotSayWhatIsWrongWithAFile) {
+    EXPECT_EQ(run({"show", (folder / "missing.lmb").string()}), 1);
+    EXPECT_THAT(errorLine(), HasSubstr("missing.lmb"));
+    EXPECT_EQ(run({"plot", (folder / "rec.wav").string(), (out / "p.png").string()}), 1);
+    EXPECT_THAT(errorLine(), HasSubstr("rec.wav"));
+    EXPECT_TRUE(pictures.empty());
+}
+
+TEST_F(CommandLineTest, PlotDrawsATrialFile) {
+    ASSERT_EQ(collect({}), 0);
+    ASSERT_EQ(run({"plot", (out / "Trial0001.lmb").string(), (out / "p.png").string(), "--width", "640"}), 0);
+    ASSERT_EQ(pictures.size(), 1U);
+    EXPECT_EQ(pictures[0].widthPixels, 640);
+    EXPECT_EQ(pictures[0].heightPixels, 600);
+    EXPECT_EQ(pictures[0].rateHz, 100);
+}
+
+TEST_F(CommandLineTest, ASavedTrialCanPlayTheBoardsPart) {
+    ASSERT_EQ(collect({}), 0);
+    EXPECT_EQ(
+        run({"collect", "--fast", "--out", out.string(), "--board", "recording:" + (out / "Trial0001.lmb").string(),
+             "--set", "Rate=100", "--set", "Duration=0.5", "--set", "Channels=2,0", "--set", "FilePrefix=Again"}),
+        0)
+        << stdErr.str();
+    EXPECT_EQ(sample("Again0001.lmb", 51, 1, 50), volts(50));
+}
+
+TEST_F(CommandLineTest, BoardsListsWhatCanBeUsed) {
+    ASSERT_EQ(run({"boards"}), 0);
+    EXPECT_THAT(stdOut.str(), HasSubstr("1  Simulated board (simulator)"));
+    store.values["Tavex2/Startup/Boards"] = "simulator:seed=2;recording:" + (folder / "rec.wav").string();
+    ASSERT_EQ(run({"boards", "--json"}), 0);
+    const auto json = nlohmann::json::parse(stdOut.str());
+    ASSERT_EQ(json.size(), 2U);
+    EXPECT_EQ(json[1].at("Device"), 2);
+    EXPECT_EQ(json[1].at("Inputs"), 3);
+    EXPECT_EQ(run({"collect", "--fast", "--out", out.string(), "--board", "2", "--set", "Rate=100"}), 0)
+        << stdErr.str();
+}
+
+} // namespace
+} // namespace tavex2::test
