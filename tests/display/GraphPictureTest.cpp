@@ -1,0 +1,212 @@
+#include "display/Pictures.h"
+#include "display/Trials.h"
+#include "support/WindowTesting.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace tavex2 {
+namespace {
+
+using test::count;
+using test::makeTrial;
+using test::plotAreaOf;
+using test::rgbOf;
+using Axis = CWGraph::Axis;
+
+constexpr QRgb white = qRgb(255, 255, 255);
+
+TEST(GraphPicture, ShowsASpikeOfOneSampleAmongFiveMillionInTheFullView) {
+    constexpr std::int64_t samples = 5'000'000;
+    for (const std::int64_t spike : {std::int64_t{0}, samples / 3, samples - 1}) {
+        CWGraph graph;
+        graph.plot(makeTrial(1, samples, [spike](int, std::int64_t i) { return i == spike ? 5.0 : 0.0; }), 1e-5);
+        graph.rescaleOnce(Axis::Time);
+        graph.setAxisRange(Axis::Voltage, -1, 6);
+        const QImage area = plotAreaOf(graph);
+        // Rows from 4.6 V to 2 V, where nothing but the spike can be.
+        const auto columns = test::columnsWith(area, rgbOf(traceColour(0)), area.height() / 5, area.height() * 4 / 7);
+        ASSERT_EQ(columns.size(), 1U) << "spike at " << spike;
+        EXPECT_NEAR(columns.front(), static_cast<double>(spike) / samples * area.width(), 1);
+    }
+}
+
+TEST(GraphPicture, ShowsASpikeOfOneSampleInEveryZoomThatHoldsIt) {
+    constexpr std::int64_t samples = 200'000;
+    CWGraph graph;
+    graph.plot(makeTrial(1, samples, [](int, std::int64_t i) { return i == 70'001 ? 5.0 : 0.0; }), 1e-5);
+    graph.setAxisRange(Axis::Voltage, -1, 6);
+    for (double halfSpan = 1.0; halfSpan > 1e-3; halfSpan /= 1.7) {
+        graph.setAxisRange(Axis::Time, 0.7 - halfSpan, 0.7 + halfSpan);
+        const QImage area = plotAreaOf(graph);
+        EXPECT_FALSE(test::columnsWith(area, rgbOf(traceColour(0)), area.height() / 5, area.height() * 4 / 7).empty())
+            << "half span " << halfSpan;
+    }
+}
+
+TEST(GraphPicture, DrawsAnUnbrokenLineFromZoomedOutToZoomedIn) {
+    CWGraph graph;
+    graph.plot(makeTrial(1, 100'000, [](int, std::int64_t i) { return 4 * std::sin(static_cast<double>(i) / 5000); }),
+               1e-3);
+    graph.setAxisRange(Axis::Voltage, -5, 5);
+    for (double span = 99.9; span > 0.01; span /= 3) {
+        graph.setAxisRange(Axis::Time, 0, span);
+        const QImage area = plotAreaOf(graph);
+        for (int x = 0; x < area.width(); ++x) {
+            int drawn = 0;
+            for (int y = 0; y < area.height(); ++y)
+                drawn += (area.pixel(x, y) | 0xFF000000U) != white ? 1 : 0;
+            ASSERT_GT(drawn, 0) << "column " << x << " of a span of " << span << " s";
+        }
+    }
+}
+
+TEST(GraphPicture, GivesEveryChannelItsColour) {
+    CWGraph graph;
+    graph.plot(makeTrial(16, 5000, [](int channel, std::int64_t) { return channel; }), 1e-3);
+    graph.setAxisRange(Axis::Time, 0, 4.999);
+    graph.setAxisRange(Axis::Voltage, -1, 16);
+    const QImage area = plotAreaOf(graph);
+    for (int channel = 0; channel < 16; ++channel) {
+        const int y = static_cast<int>(area.height() * (16.0 - channel) / 17.0);
+        const auto columns = test::columnsWith(area, rgbOf(traceColour(channel)), y - 2, y + 3);
+        EXPECT_GT(columns.size(), static_cast<std::size_t>(area.width() * 9 / 10)) << "channel " << channel;
+    }
+}
+
+TEST(GraphPicture, DrawsMoreThanSixteenChannelsWithRepeatedColours) {
+    CWGraph graph;
+    graph.plot(makeTrial(18, 5000, [](int channel, std::int64_t) { return channel == 17 ? 1.0 : -5.0; }), 1e-3);
+    graph.setAxisRange(Axis::Time, 0, 4.999);
+    graph.setAxisRange(Axis::Voltage, 0, 2);
+    EXPECT_EQ(graph.plotCount(), 18);
+    EXPECT_GT(count(plotAreaOf(graph), rgbOf(traceColour(1))), 100);
+}
+
+TEST(GraphPicture, OutlinesALightTrace) {
+    CWGraph graph;
+    graph.plot(makeTrial(11, 5000, [](int channel, std::int64_t) { return channel == 10 ? 1.0 : -5.0; }), 1e-3);
+    graph.setAxisRange(Axis::Time, 0, 4.999);
+    graph.setAxisRange(Axis::Voltage, 0, 2);
+    const QImage area = plotAreaOf(graph);
+    EXPECT_GT(count(area, rgbOf(traceColour(10))), 100);
+    EXPECT_GT(count(area, rgbOf(*traceOutline(10))), 100);
+}
+
+TEST(GraphPicture, IsGoneWhenThePlotsAreCleared) {
+    CWGraph graph;
+    graph.plot(makeTrial(4, 5000, [](int channel, std::int64_t) { return channel; }), 1e-3);
+    graph.clearPlots();
+    EXPECT_EQ(graph.plotCount(), 0);
+    const QImage area = plotAreaOf(graph);
+    EXPECT_EQ(count(area, white), area.width() * area.height());
+}
+
+TEST(GraphPicture, MultipliesTheValuesByTheFactor) {
+    CWGraph graph;
+    graph.plot(makeTrial(1, 5000, [](int, std::int64_t) { return 30.0; }), 1e-3, 0.1);
+    graph.setAxisRange(Axis::Time, 0, 4.999);
+    graph.setAxisRange(Axis::Voltage, 2, 4);
+    const QImage area = plotAreaOf(graph);
+    const auto columns = test::columnsWith(area, rgbOf(traceColour(0)), area.height() / 2 - 3, area.height() / 2 + 3);
+    EXPECT_GT(columns.size(), static_cast<std::size_t>(area.width() * 9 / 10));
+}
+
+TEST(GraphPicture, MirrorsATraceBetweenLimitsTheWrongWayRound) {
+    CWGraph graph;
+    graph.plot(makeTrial(1, 5000, [](int, std::int64_t i) { return i < 2500 ? 1.0 : 0.0; }), 1e-3);
+    graph.setAxisRange(Axis::Voltage, -0.5, 1.5);
+    graph.setAxisRange(Axis::Time, 4.999, 0);
+    const QImage area = plotAreaOf(graph);
+    const auto high = test::columnsWith(area, rgbOf(traceColour(0)), 0, area.height() / 2 - 10);
+    ASSERT_FALSE(high.empty());
+    EXPECT_NEAR(high.front(), area.width() / 2, 3);
+    EXPECT_NEAR(high.back(), area.width() - 1, 3);
+}
+
+TEST(GraphPicture, LeavesAGapWhereSamplesAreNoNumbers) {
+    CWGraph graph;
+    graph.plot(makeTrial(1, 9, [](int, std::int64_t i) { return i >= 3 && i <= 5 ? std::nan("") : 0.0; }), 1.0);
+    graph.setAxisRange(Axis::Time, 0, 8);
+    graph.setAxisRange(Axis::Voltage, -1, 1);
+    const QImage area = plotAreaOf(graph);
+    for (int x = area.width() * 3 / 8; x < area.width() * 5 / 8; ++x)
+        for (int y = 0; y < area.height(); ++y)
+            ASSERT_EQ(area.pixel(x, y) | 0xFF000000U, white) << x << "," << y;
+    EXPECT_LT(count(area, white), area.width() * area.height());
+}
+
+TEST(GraphPicture, StaysRightWhenAnExtremeZoomSendsPointsFarAway) {
+    CWGraph graph;
+    graph.plot(makeTrial({-10.0, 10.0}), 1.0);
+    graph.setAxisRange(Axis::Time, 0, 1);
+    graph.setAxisRange(Axis::Voltage, -1e-6, 1e-6);
+    const QImage area = plotAreaOf(graph);
+    const auto columns = test::columnsWith(area, rgbOf(traceColour(0)), 0, area.height());
+    ASSERT_FALSE(columns.empty());
+    EXPECT_NEAR(columns.front(), area.width() / 2, 3);
+    EXPECT_NEAR(columns.back(), area.width() / 2, 3);
+}
+
+TEST(GraphPicture, KeepsAWhitePlotAreaUnderADarkPaletteAndFollowsItOutside) {
+    CWGraph graph;
+    QPalette dark;
+    dark.setColor(QPalette::Window, QColor(30, 31, 32));
+    dark.setColor(QPalette::WindowText, QColor(230, 231, 232));
+    graph.setPalette(dark);
+    const QImage picture = test::pictureOf(graph);
+    EXPECT_EQ(picture.pixel(2, 2) | 0xFF000000U, qRgb(30, 31, 32));
+    EXPECT_GT(count(picture, qRgb(230, 231, 232)), 50);
+    EXPECT_EQ(plotAreaOf(graph).pixel(5, 5) | 0xFF000000U, white);
+}
+
+TEST(GraphPicture, IsTheSameWhileTheGraphIsDisabled) {
+    CWGraph graph;
+    graph.setXCaption(QStringLiteral("Time"));
+    const QImage enabled = test::pictureOf(graph);
+    graph.setEnabled(false);
+    EXPECT_EQ(test::pictureOf(graph), enabled);
+}
+
+TEST(GraphPicture, DrawsFinerOnAFinerDevice) {
+    CWGraph graph;
+    graph.plot(makeTrial(1, 500'000, [](int, std::int64_t i) { return i == 250'000 ? 5.0 : 0.0; }), 1e-5);
+    graph.rescaleOnce(Axis::Time);
+    graph.setAxisRange(Axis::Voltage, -1, 6);
+    const QImage picture = test::pictureOf(graph, 600, 400, 2);
+    EXPECT_EQ(picture.size(), QSize(1200, 800));
+    const auto columns = test::columnsWith(picture, rgbOf(traceColour(0)), 200, 400);
+    // Besides the spike, two pixels wide, only the frame and the axis are black here.
+    int spikeColumns = 0;
+    for (const int column : columns)
+        spikeColumns += column > 400 && column < 900 ? 1 : 0;
+    EXPECT_EQ(spikeColumns, 2);
+}
+
+TEST(GraphPicture, ShowsTheHintOnlyWhileThereIsNothingElse) {
+    CWGraph graph;
+    const QImage bare = plotAreaOf(graph);
+    EXPECT_EQ(count(bare, white), bare.width() * bare.height());
+    graph.setEmptyText(QStringLiteral("Press Collect (Space)"));
+    const QImage hinted = plotAreaOf(graph);
+    EXPECT_LT(count(hinted, white), hinted.width() * hinted.height());
+
+    graph.plot(makeTrial(1, 10, [](int, std::int64_t) { return 50.0; }), 1.0);
+    const QImage plotted = plotAreaOf(graph);
+    EXPECT_EQ(count(plotted, white), plotted.width() * plotted.height());
+    graph.clearPlots();
+    EXPECT_EQ(plotAreaOf(graph), hinted);
+}
+
+TEST(GraphPicture, ReachesTheScreenAtTheNextTurnOfTheEventLoop) {
+    CWGraph graph;
+    graph.resize(600, 400);
+    graph.show();
+    const QImage before = graph.grab().toImage();
+    graph.plot(makeTrial(1, 5000, [](int, std::int64_t) { return 5.0; }), 1e-3);
+    EXPECT_TRUE(test::waitFor([&] { return graph.grab().toImage() != before; }));
+}
+
+} // namespace
+} // namespace tavex2
