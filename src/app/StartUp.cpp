@@ -74,11 +74,10 @@ StartUpResult startUp(ProgramState& state, const StartUpServices& services) {
 
 std::filesystem::path toneFileIn(const std::filesystem::path& programFolder, const std::filesystem::path& userFolder) {
     std::error_code ignored;
-    const fs::path beside = programFolder / toneFileName;
     const fs::path probe = programFolder / ".tavex2-write-probe";
     const bool writable = std::ofstream(probe).is_open();
     fs::remove(probe, ignored);
-    if (writable) return beside;
+    if (writable) return programFolder / toneFileName;
     fs::create_directories(userFolder, ignored);
     return userFolder / toneFileName;
 }

@@ -87,7 +87,7 @@ std::string position(const ScanAssembler& assembler, const AnalogInputConfig& co
 } // namespace
 
 void acquireTrials(Board& board, ScanAssembler& assembler, const AnalogInputConfig& config, const StreamConfig& stream,
-                   const AcquisitionEvents& events, std::stop_token stop) {
+                   const AcquisitionEvents& events, const std::stop_token& stop) {
     Reader reader(board, stream);
     Throttle throttle(progressInterval);
     const int blocks = config.chunked ? static_cast<int>(config.totalScans / config.chunkScans) : 1;
@@ -116,7 +116,7 @@ void acquireTrials(Board& board, ScanAssembler& assembler, const AnalogInputConf
 }
 
 void acquireContinuously(Board& board, LatestWindow& window, const StreamConfig& stream,
-                         const AcquisitionEvents& events, std::stop_token stop) {
+                         const AcquisitionEvents& events, const std::stop_token& stop) {
     Reader reader(board, stream);
     Throttle throttle(latestInterval);
     constexpr std::int64_t noLimit = INT64_MAX;

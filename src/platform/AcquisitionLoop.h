@@ -23,11 +23,11 @@ struct AcquisitionEvents {
 /// Reads a started board until every trial is taken, the board fails or a stop is requested, and stops the board.
 /// Runs on the acquisition thread. `config` has been checked; `board` and `events` outlive the call.
 void acquireTrials(Board& board, ScanAssembler& assembler, const AnalogInputConfig& config, const StreamConfig& stream,
-                   const AcquisitionEvents& events, std::stop_token stop);
+                   const AcquisitionEvents& events, const std::stop_token& stop);
 
 /// The same without end, for watching: at most 30 times a second the newest scans are handed over, as soon as the ones
 /// before have been taken. Every scan is read.
 void acquireContinuously(Board& board, LatestWindow& window, const StreamConfig& stream,
-                         const AcquisitionEvents& events, std::stop_token stop);
+                         const AcquisitionEvents& events, const std::stop_token& stop);
 
 } // namespace tavex2

@@ -197,7 +197,8 @@ DaqOutcome AnalogInput::prepare(Board& selected, std::function<void(std::stop_to
         Result<LatestWindow> window = LatestWindow::create(numChannels(), blockScans(applied), limits);
         if (!window) return {DaqStatus::OutOfMemory, window.error().text};
         acquisition = [&selected, stream = m_stream, events = eventsOfNextRun(),
-                       latest = std::make_shared<LatestWindow>(std::move(window).value())](std::stop_token stop) {
+                       latest =
+                           std::make_shared<LatestWindow>(std::move(window).value())](const std::stop_token& stop) {
             acquireContinuously(selected, *latest, stream, events, stop);
         };
         return {};
@@ -209,7 +210,8 @@ DaqOutcome AnalogInput::prepare(Board& selected, std::function<void(std::stop_to
                                                           .trigger = levelTrigger()});
     if (!trials) return {DaqStatus::OutOfMemory, trials.error().text};
     acquisition = [&selected, applied, stream = m_stream, events = eventsOfNextRun(),
-                   assembler = std::make_shared<ScanAssembler>(std::move(trials).value())](std::stop_token stop) {
+                   assembler =
+                       std::make_shared<ScanAssembler>(std::move(trials).value())](const std::stop_token& stop) {
         acquireTrials(selected, *assembler, applied, stream, events, stop);
     };
     return {};

@@ -71,7 +71,7 @@ class CWAI {
     virtual void selectDevice(int number) = 0;
     virtual int device() const = 0;
 
-    /// "Device: none" when the number names no board, else "Device: " and the board's number and name.
+    /// "Device: none" when the number names no board, else "Device: " and the board's name.
     virtual std::string deviceDescription() const = 0;
 
     /// What the next Configure() applies.

@@ -5,6 +5,7 @@
 #include "app/Boards.h"
 #include "app/SettingsArguments.h"
 #include "app/cli/ConsoleRun.h"
+#include "base/PathText.h"
 #include "base/Windows1252.h"
 #include "files/FileIO.h"
 #include "files/LmbLayout.h"
@@ -34,10 +35,17 @@ using Json = nlohmann::ordered_json;
 
 std::atomic<bool> interrupted{false};
 
-/// Turns an interrupt (Ctrl+C) into a flag for as long as it lives.
+/// Turns an interrupt (Ctrl+C) into a flag for as long as it lives. The stimuli of many repeats cannot be broken off
+/// between two events, so a second interrupt ends the program at once.
 class InterruptGuard {
   public:
-    InterruptGuard() : m_before(std::signal(SIGINT, [](int) { interrupted = true; })) { interrupted = false; }
+    InterruptGuard()
+        : m_before(std::signal(SIGINT, [](int) {
+              interrupted = true;
+              std::signal(SIGINT, SIG_DFL);
+          })) {
+        interrupted = false;
+    }
     ~InterruptGuard() { std::signal(SIGINT, m_before); }
     InterruptGuard(const InterruptGuard&) = delete;
     InterruptGuard& operator=(const InterruptGuard&) = delete;
@@ -66,7 +74,7 @@ class SavingSink final : public TrialSink {
         }
         m_state.flags.TrialNotSaved = false;
         const SamplingSettings& taken = m_state.trials.CurrentSettings;
-        const std::string file = written.value().string();
+        const std::string file = pathText(written.value());
         trials.push_back({{"TrialName", m_state.TrialName},
                           {"File", file},
                           {"NumChannels", taken.NumChannels},
@@ -213,7 +221,9 @@ int collectTrials(const CollectRequest& request, const CommandLineServices& serv
         if (const auto drawn = drawLast(state, *request.plot, services); !drawn) problems.push_back(drawn.error().text);
 
     if (request.json)
-        services.out << Json{{"Board", input.deviceDescription()}, {"Trials", sink.trials}}.dump(2) << '\n';
+        services.out << Json{{"Board", input.deviceDescription()}, {"Trials", sink.trials}}.dump(
+                            2, ' ', false, Json::error_handler_t::replace)
+                     << '\n';
     else
         services.out << sink.text;
     for (const std::string& problem : problems)

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QProgressBar>
+#include <QScreen>
 #include <QSet>
 #include <QToolButton>
 
@@ -20,7 +21,9 @@
 
 /// The icons lie in this library, which a linker takes nothing from without being asked. Outside any namespace, as the
 /// toolkit wants it.
-static void useIcons() { Q_INIT_RESOURCE(icons); }
+static void useIcons() {
+    Q_INIT_RESOURCE(icons);
+}
 
 namespace tavex2 {
 
@@ -50,6 +53,7 @@ frmMain::frmMain(ProgramState& state)
     : m_state(state), m_ui(std::make_unique<Ui::frmMain>()), m_waiting(new frmWaiting(this)) {
     useIcons();
     m_ui->setupUi(this);
+    resize(size().boundedTo(screen()->availableSize() * 9 / 10)); // a small or strongly magnified screen
     m_graphs = std::make_unique<TrialGraphs>(*m_ui->cwG, *m_ui->cwGLast, *m_ui->cwGAvg);
     m_ui->cwG->setEmptyText(tr("Press Collect (Space)"));
     m_ui->cwGLast->setEmptyText(tr("The trial before the current one"));

@@ -32,7 +32,8 @@ CWGraph::CWGraph(QWidget* parent)
     area.setBackground(QBrush(Qt::white));
     area.setupFullAxesBox();
     // One pixel outside, so that the frame hides neither the first nor the last column of a trace.
-    for (QCPAxis* each : {xAxis, yAxis, xAxis2, yAxis2}) each->setOffset(1);
+    for (QCPAxis* each : {xAxis, yAxis, xAxis2, yAxis2})
+        each->setOffset(1);
     for (QCPAxis* each : {xAxis2, yAxis2}) {
         each->setTicks(false);
         each->setSubTicks(false);

@@ -67,7 +67,8 @@ double stepForce(double u) {
 } // namespace
 
 SimulatedSignal::SimulatedSignal(std::uint64_t seed, int input, double rateHz)
-    : m_input(input), m_kind(static_cast<Kind>(input % kinds)), m_scale(1.0 + 0.1 * (input / kinds)), m_rateHz(rateHz),
+    : m_input(input), m_kind(static_cast<Kind>(input % kinds)),
+      m_scale(1.0 + 0.1 * std::floor(static_cast<double>(input) / kinds)), m_rateHz(rateHz),
       m_noiseSeed(spread(seed ^ spread(static_cast<std::uint64_t>(input)))) {}
 
 /// Noise around 0 with a standard deviation near 1: the sum of four uniform numbers.
