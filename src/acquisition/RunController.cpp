@@ -261,7 +261,10 @@ RunController::Checkpoint RunController::checkpoint() const {
     return {m_state.flags, m_state.TrialName, m_state.trials.AddedToAverage};
 }
 
+/// Puts back what the start of a collection changed. Once a trial of the collection has arrived, the flags and the name
+/// are that trial's and stay.
 void RunController::restore() {
+    if (m_trialsTaken > 0) return;
     StateFlags& flags = m_state.flags;
     flags.Unsaved = m_checkpoint.flags.Unsaved;
     flags.TrialNotSaved = m_checkpoint.flags.TrialNotSaved;
@@ -311,7 +314,6 @@ void RunController::takeBlock(const AnalogBlock& block) {
     ++m_trialsTaken;
     if (block.last) finish(RunOutcome::Completed);
     handOn();
-    m_checkpoint = checkpoint();
 }
 
 void RunController::takeError(const AnalogError& error) {

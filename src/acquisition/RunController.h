@@ -76,6 +76,10 @@ class RunController {
     /// A collection is being prepared or taken, or a trial that arrived is still being handed on.
     bool busy() const { return m_phase != RunPhase::Idle || m_delivering; }
 
+    /// A collection runs of which no trial has arrived yet: the name is already the new trial's, the samples are still
+    /// those of the one before, and the two must not be saved together.
+    bool awaitsFirstTrial() const { return m_phase != RunPhase::Idle && m_trialsTaken == 0; }
+
     /// How the last collection ended.
     RunOutcome outcome() const { return m_outcome; }
 

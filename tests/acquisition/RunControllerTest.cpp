@@ -379,6 +379,24 @@ TEST_F(RunControllerTest, StoppingInTheSecondRepeatKeepsTheFirst) {
     EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
 }
 
+TEST_F(RunControllerTest, ARepeatThatWasSavedStaysSavedWhenALaterOneIsStopped) {
+    state.settings.sampling.Repeat = 3;
+    run.Collect();
+    EXPECT_TRUE(run.awaitsFirstTrial());
+    input.deliver(1.0, 0, false);
+    EXPECT_FALSE(run.awaitsFirstTrial());
+    state.TrialName = "Mine"; // as saving does
+    state.flags.Unsaved = false;
+    state.flags.TrialNotSaved = false;
+    state.trials.AddedToAverage = true;
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    EXPECT_EQ(state.TrialName, "Mine");
+    EXPECT_FALSE(state.flags.Unsaved);
+    EXPECT_FALSE(state.flags.TrialNotSaved);
+    EXPECT_TRUE(state.trials.AddedToAverage);
+}
+
 TEST_F(RunControllerTest, RepeatsThatArriveWhileOneIsBeingSavedWaitTheirTurn) {
     state.settings.sampling.Repeat = 3;
     state.settings.setup.Autosave = true;

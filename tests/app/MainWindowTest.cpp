@@ -201,6 +201,15 @@ TEST_F(MainWindowTest, StopAsksFirstAndYesLosesTheTrial) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
+TEST_F(MainWindowTest, TheTrialBeforeCannotBeSavedUnderTheNameOfTheOneBeingTaken) {
+    start({"TriggerMode=1", "TriggerChannel=0", "TriggerLevel=1.5", "Pretrigger=0", "Duration=0.05", "DIOMask=0"});
+    collect();
+    button("Collect").click();
+    action("mnuSave").trigger(); // no dialog opens, or this would wait for it
+    EXPECT_TRUE(status().startsWith(QLatin1String("A trial is being collected."))) << status().toStdString();
+    ASSERT_TRUE(collected());
+}
+
 TEST_F(MainWindowTest, ATriggeredCollectionShowsTheWaitingWindowUntilStop) {
     start({"TriggerMode=1", "TriggerChannel=0", "TriggerLevel=9.8", "DIOMask=0"});
     button("Collect").click();

@@ -100,15 +100,8 @@ void frmMain::connectCommands(MainCommands commands) {
     RunController& run = m_commands->run;
     SaveCommands& save = m_commands->save;
 
-    // A repeat that arrives while its predecessor is being saved waits.
-    on({m_ui->mnuSave, m_ui->tbSave}, [&run, &save] {
-        const RunController::Hold hold(run);
-        save.mnuSave_Click();
-    });
-    on({m_ui->mnuSaveAs, m_ui->tbSaveAs}, [&run, &save] {
-        const RunController::Hold hold(run);
-        save.mnuSaveAs_Click();
-    });
+    on({m_ui->mnuSave, m_ui->tbSave}, [this, &save] { saveWith([&save] { save.mnuSave_Click(); }); });
+    on({m_ui->mnuSaveAs, m_ui->tbSaveAs}, [this, &save] { saveWith([&save] { save.mnuSaveAs_Click(); }); });
     on({m_ui->mnuExit}, [this] { mnuExit_Click(); });
 
     on({m_ui->mnuLastTrial}, [this](bool shown) { mnuLastTrial_Click(shown); });
@@ -244,6 +237,16 @@ void frmMain::mnuOption_Click(int index, bool checked) {
     default:
         break;
     }
+}
+
+/// Runs a save command on the trial that is shown. A repeat that arrives meanwhile waits.
+void frmMain::saveWith(const std::function<void()>& command) {
+    if (m_commands->run.awaitsFirstTrial()) {
+        setStatusText("A trial is being collected. Save it when it has arrived.");
+        return;
+    }
+    const RunController::Hold hold(m_commands->run);
+    command();
 }
 
 void frmMain::mnuLastTrial_Click(bool shown) {

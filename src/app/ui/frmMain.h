@@ -67,6 +67,7 @@ class frmMain final : public QMainWindow, public RunView, public SaveView {
     void describeForAssistance();
     void disableAllBut(const QSet<const QAction*>& built);
     void mnuExit_Click();
+    void saveWith(const std::function<void()>& command);
     void mnuOption_Click(int index, bool checked);
     void mnuLastTrial_Click(bool shown);
     void mnuAveragedTrials_Click(bool shown);
