@@ -2,7 +2,9 @@
 
 #include "base/PathText.h"
 #include "files/Import.h"
+#include "platform/PlainNumber.h"
 
+#include <cmath>
 #include <utility>
 
 namespace tavex2 {
@@ -38,6 +40,9 @@ class LmbSignal final : public RecordedSignal {
 Result<std::unique_ptr<RecordedSignal>> openLmbSignal(const std::filesystem::path& path) {
     Result<LmbFile> file = readLmbFile(path);
     if (!file) return file.error();
+    if (const double rateHz = file.value().header.Rate; rateHz != std::floor(rateHz))
+        return Error{ErrorKind::InvalidValue, pathText(path) + " was taken at " + plainNumber(rateHz) +
+                                                  " Hz. Only a trial whose rate is a whole number can play a board."};
     return std::unique_ptr<RecordedSignal>(
         std::make_unique<LmbSignal>(std::move(file).value(), pathText(path.filename())));
 }

@@ -128,7 +128,7 @@ void acquireContinuously(Board& board, LatestWindow& window, const StreamConfig&
             events.error({static_cast<int>(read.status), read.context.empty() ? "Continuous view." : read.context, {}});
             break;
         }
-        if (!events.latestTaken() || !throttle.due()) continue;
+        if (!throttle.due()) continue;
         if (Result<TrialArray> latest = window.latest())
             events.data({shared(std::move(latest).value()), index++, false});
     }

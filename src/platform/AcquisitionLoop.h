@@ -17,7 +17,6 @@ struct AcquisitionEvents {
     std::function<void(AnalogBlock)> data;
     std::function<void(AnalogProgress)> progress;
     std::function<void(AnalogError)> error;
-    std::function<bool()> latestTaken; ///< whether the user-interface thread is done with the block before (continuous)
 };
 
 /// Reads a started board until every trial is taken, the board fails or a stop is requested, and stops the board.
@@ -25,8 +24,7 @@ struct AcquisitionEvents {
 void acquireTrials(Board& board, ScanAssembler& assembler, const AnalogInputConfig& config, const StreamConfig& stream,
                    const AcquisitionEvents& events, const std::stop_token& stop);
 
-/// The same without end, for watching: at most 30 times a second the newest scans are handed over, as soon as the ones
-/// before have been taken. Every scan is read.
+/// The same without end, for watching: at most 30 times a second the newest scans are handed over. Every scan is read.
 void acquireContinuously(Board& board, LatestWindow& window, const StreamConfig& stream,
                          const AcquisitionEvents& events, const std::stop_token& stop);
 

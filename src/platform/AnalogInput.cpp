@@ -6,19 +6,19 @@
 #include "platform/SystemMemory.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 #include <limits>
+#include <mutex>
+#include <system_error>
 #include <utility>
 
 namespace tavex2 {
 
 /// Posted events reach the control through this, so that an event of an earlier run, or one that outlived the control,
-/// finds that it is void. Touched on the user-interface thread only, but for the flag.
+/// finds that it is void. The number and the control are touched on the user-interface thread only.
 struct AnalogInput::Link {
     AnalogInput* control = nullptr;
     int run = 0;
-    std::atomic<bool> latestTaken{true};
 
     bool valid(int ofRun) const { return control != nullptr && run == ofRun; }
 };
@@ -95,9 +95,10 @@ std::string AnalogInput::describe(int code) const {
 DaqOutcome AnalogInput::check() {
     const Board* selected = board();
     if (selected == nullptr)
-        return refused(DaqStatus::NoDevice, "The boards found have the numbers 1 to " +
-                                                std::to_string(m_boards.count()) + ", not " + std::to_string(m_device) +
-                                                ".");
+        return refused(DaqStatus::NoDevice, m_boards.count() == 0 ? "No board was found."
+                                                                  : "The boards found have the numbers 1 to " +
+                                                                        std::to_string(m_boards.count()) + ", not " +
+                                                                        std::to_string(m_device) + ".");
     const BoardDescription& description = selected->description();
 
     Result<std::vector<int>> channels = parseChannelList(config.channelList, description.inputs);
@@ -144,7 +145,7 @@ DaqOutcome AnalogInput::checkLimits(const BoardDescription& description) const {
 
 DaqOutcome AnalogInput::checkTrigger() const {
     const StartCondition& start = config.start;
-    if (start.type == StartCondition::Type::None) return {};
+    if (start.type == StartCondition::Type::None || config.end == EndCondition::Continuous) return {};
     const Result<std::vector<int>> source = parseChannelList(start.channel, anyInput);
     const bool listed = source && source.value().size() == 1 &&
                         std::ranges::find(m_stream.channels, source.value().front()) != m_stream.channels.end();
@@ -182,7 +183,12 @@ int AnalogInput::Start() {
         return refuse(prepared.status, prepared.detail);
     if (const DaqOutcome started = selected->start(m_stream); !started.ok())
         return refuse(started.status, started.detail);
-    m_thread = std::jthread(std::move(acquisition));
+    try {
+        m_thread = std::jthread(std::move(acquisition));
+    } catch (const std::system_error& problem) {
+        selected->stop();
+        return refuse(DaqStatus::DeviceUnavailable, std::string("The system gave no thread: ") + problem.what() + ".");
+    }
     m_running = true;
     return 0;
 }
@@ -196,7 +202,7 @@ DaqOutcome AnalogInput::prepare(Board& selected, std::function<void(std::stop_to
     if (applied.end == EndCondition::Continuous) {
         Result<LatestWindow> window = LatestWindow::create(numChannels(), blockScans(applied), limits);
         if (!window) return {DaqStatus::OutOfMemory, window.error().text};
-        acquisition = [&selected, stream = m_stream, events = eventsOfNextRun(),
+        acquisition = [&selected, stream = m_stream, events = eventsOfNextView(),
                        latest =
                            std::make_shared<LatestWindow>(std::move(window).value())](const std::stop_token& stop) {
             acquireContinuously(selected, *latest, stream, events, stop);
@@ -234,12 +240,9 @@ AcquisitionEvents AnalogInput::eventsOfNextRun() {
     const int run = ++m_link->run;
     const std::shared_ptr<Link> link = m_link;
     EventLoop& loop = m_events;
-    link->latestTaken = true;
     return {.data =
                 [&loop, link, run](AnalogBlock block) {
-                    link->latestTaken = false;
                     loop.post([link, run, delivered = std::move(block)] {
-                        link->latestTaken = true;
                         if (!link->valid(run)) return;
                         AnalogInput& control = *link->control;
                         if (delivered.last) control.m_running = false;
@@ -259,8 +262,29 @@ AcquisitionEvents AnalogInput::eventsOfNextRun() {
                         link->control->m_running = false;
                         if (link->control->onError) link->control->onError(failed);
                     });
-                },
-            .latestTaken = [link] { return link->latestTaken.load(); }};
+                }};
+}
+
+/// The same for watching, where only the newest scans count: a block that the user-interface thread has not yet taken
+/// is replaced, so that a busy window shows what is now and not what was when it became busy.
+AcquisitionEvents AnalogInput::eventsOfNextView() {
+    struct Newest {
+        std::mutex mutex;
+        std::optional<AnalogBlock> block;
+    };
+    AcquisitionEvents events = eventsOfNextRun();
+    events.data = [&loop = m_events, link = m_link, run = m_link->run,
+                   newest = std::make_shared<Newest>()](AnalogBlock block) {
+        const std::lock_guard lock(newest->mutex);
+        if (!std::exchange(newest->block, std::move(block))) // else the event for it is on its way already
+            loop.post([link, run, newest] {
+                std::unique_lock taking(newest->mutex);
+                const std::optional<AnalogBlock> taken = std::exchange(newest->block, std::nullopt);
+                taking.unlock();
+                if (link->valid(run) && link->control->onData) link->control->onData(*taken);
+            });
+    };
+    return events;
 }
 
 void AnalogInput::Stop() {

@@ -54,6 +54,7 @@ class AnalogInput final : public CWAI {
     DaqOutcome prepare(Board& selected, std::function<void(std::stop_token)>& acquisition);
     std::optional<LevelTrigger> levelTrigger() const;
     AcquisitionEvents eventsOfNextRun();
+    AcquisitionEvents eventsOfNextView();
 
     const BoardList& m_boards;
     EventLoop& m_events;

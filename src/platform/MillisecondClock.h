@@ -21,7 +21,8 @@ class MillisecondClock {
     /// Waits without dispatching events until the reading in whole milliseconds has moved on.
     virtual void waitForNextMillisecond() = 0;
 
-    /// Waits until `time` has passed or `stop` is requested; the boards' threads call this.
+    /// Waits until `time` is over (now() > time) or `stop` is requested; the boards' threads call this. Strictly over,
+    /// so that whatever was done at `time` itself has happened when a board looks.
     virtual void waitUntil(std::chrono::nanoseconds time, std::stop_token stop) = 0;
 };
 

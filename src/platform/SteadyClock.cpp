@@ -18,7 +18,8 @@ void SteadyClock::waitForNextMillisecond() {
 
 void SteadyClock::waitUntil(std::chrono::nanoseconds time, std::stop_token stop) {
     std::unique_lock lock(m_mutex);
-    m_stopped.wait_until(lock, stop, m_origin + time, [] { return false; });
+    while (now() <= time && !stop.stop_requested())
+        m_stopped.wait_until(lock, stop, m_origin + time, [] { return false; });
 }
 
 } // namespace tavex2

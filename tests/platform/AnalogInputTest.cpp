@@ -318,6 +318,23 @@ TEST_F(AnalogInputTest, ContinuousDeliveryShowsTheNewestScansAndReadsEveryOne) {
     EXPECT_LE(board->scansRead, 200000);
 }
 
+TEST_F(AnalogInputTest, AWindowThatWasBusySeesTheNewestScansAndNotTheOldest) {
+    input.config.channelList = "0";
+    input.config.scanRateHz = 100000;
+    input.config.end = EndCondition::Continuous;
+    board->sample = [](int, std::int64_t scan) { return 1e-9 * static_cast<double>(scan); };
+    // Nothing is dispatched until the board has delivered for a good while: several blocks have been made by then.
+    board->lastScan = 40'000'000;
+    ASSERT_EQ(input.Configure(), 0);
+    ASSERT_EQ(input.Start(), 0);
+    while (board->scansRead < 20'000'000)
+        std::this_thread::yield();
+    events.processPending();
+    ASSERT_EQ(blocks.size(), 1U) << "the blocks that nobody took were replaced";
+    EXPECT_GT(blocks[0].samples->at(0, blocks[0].samples->samples() - 1), 1e-9 * 1'000'000);
+    input.Stop();
+}
+
 TEST_F(AnalogInputTest, ContinuousDeliveryIgnoresTheTriggerAndKeepsItForLater) {
     input.config.start = {.type = StartCondition::Type::AnalogLevel,
                           .levelVolts = 9.0,

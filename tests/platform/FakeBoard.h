@@ -3,6 +3,7 @@
 #include "platform/Board.h"
 
 #include <algorithm>
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -19,7 +20,7 @@ class FakeBoard final : public Board {
     std::int64_t lastScan = INT64_MAX;
     DaqStatus endsWith = DaqStatus::Ok; ///< Ok: waits for stop() like a board whose signal goes on later
     DaqOutcome checks, starts;
-    std::int64_t scansRead = 0;
+    std::atomic<std::int64_t> scansRead = 0;
     int stops = 0;
     BoardDescription descriptionGiven{.name = "Fake", .spec = "fake", .inputs = 16, .highestRateHz = 100000};
 

@@ -135,7 +135,7 @@ TEST(SimulatorOptionsTest, ReadsSeedInputsAndFaults) {
 
 TEST(SimulatorOptionsTest, NamesTheOptionThatItDoesNotKnow) {
     for (const char* text : {"speed=3", "seed=x", "inputs=65", "inputs=2", "fail=", "fail=vanish", "fail=vanish@-1",
-                             "fail=melt@3", "seed=7,,inputs=8", "seed"}) {
+                             "fail=melt@3", "fail=refuse,fail=bogus", "seed=7,,inputs=8", "seed"}) {
         const auto options = parseSimulatorOptions(text);
         ASSERT_FALSE(options) << text;
         EXPECT_THAT(options.error().text, HasSubstr("no option"));

@@ -25,6 +25,7 @@ bool readNumber(std::string_view text, T lowest, T highest, T& number) {
 
 bool readFault(std::string_view text, SimulatorOptions& options) {
     using Fault = SimulatorOptions::Fault;
+    options.fault = Fault::None;
     if (text == "refuse") options.fault = Fault::RefuseConfiguration;
     if (text == "open") options.fault = Fault::RefuseToOpen;
     const std::size_t at = text.find('@');
