@@ -114,6 +114,25 @@ Result<void> assign(std::string_view name, FixedText<N>& field, const FieldRange
     return {};
 }
 
+template <Number T>
+Result<void> inRange(std::string_view name, T field, const FieldRange& range) {
+    // A float32 field compares with the float32 nearest to the limit, so that the limit itself is allowed.
+    if (field >= static_cast<T>(range.lowest) && field <= static_cast<T>(range.highest)) return {};
+    return outOfRange<T>(name, range, number(static_cast<double>(field)));
+}
+
+Result<void> inRange(std::string_view name, const std::array<std::int16_t, 8>& field, const FieldRange& range) {
+    for (const std::int16_t each : field)
+        if (auto result = inRange(name, each, range); !result) return result;
+    return {};
+}
+
+template <class T>
+    requires(!Number<T>)
+Result<void> inRange(std::string_view, const T&, const FieldRange&) {
+    return {};
+}
+
 } // namespace
 
 std::vector<std::string> fieldNames() {
@@ -135,6 +154,19 @@ Result<void> setField(AcqSettings& settings, std::string_view name, std::string_
                                               "\". The settings are those of the setup, such as Channels, Rate, "
                                               "Duration, Repeat and FilePrefix."};
     return *result;
+}
+
+Result<void> checkCollectable(const AcqSettings& settings, bool triggerEnabled) {
+    constexpr std::array<std::string_view, 6> sampling{"DIOLatency", "Rate",       "Duration",
+                                                       "UpperVolts", "LowerVolts", "Repeat"};
+    constexpr std::array<std::string_view, 2> trigger{"TriggerLevel", "Pretrigger"};
+    Result<void> result;
+    forEachField(settings, [&](std::string_view name, const auto& field, const FieldRange& range) {
+        const bool matters = name == "StartDelay" || std::ranges::find(sampling, name) != sampling.end() ||
+                             (triggerEnabled && std::ranges::find(trigger, name) != trigger.end());
+        if (result && matters) result = inRange(name, field, range);
+    });
+    return result;
 }
 
 } // namespace tavex2

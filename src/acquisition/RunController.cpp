@@ -1,5 +1,6 @@
 #include "acquisition/RunController.h"
 
+#include "acquisition/AcqFields.h"
 #include "acquisition/StartCondition.h"
 #include "base/Rounding.h"
 
@@ -73,6 +74,13 @@ void RunController::Collect() {
 void RunController::mnuAcquire_Click() {
     if (busy()) return;
     SetupOptions& setup = m_state.settings.setup;
+    if (const auto usable = checkCollectable(m_state.settings, m_state.flags.TriggerEnabled); !usable) {
+        m_outcome = RunOutcome::Refused;
+        m_services.messages.show(
+            {"These settings cannot be collected with. " + usable.error().text + " Correct it in the setup.", "Error",
+             MessageIcon::Exclamation, MessageButtons::Ok});
+        return;
+    }
     if (setup.TrialNumber == std::numeric_limits<std::int16_t>::max()) {
         m_outcome = RunOutcome::Refused;
         m_services.messages.show({"The trial number cannot go above 32767. Set a smaller number in the setup.", "Error",

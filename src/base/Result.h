@@ -17,6 +17,7 @@ enum class ErrorKind {
     OutOfMemory,   ///< the data do not fit into this machine's memory
     Refused,       ///< the board cannot do what was asked
     Cancelled,     ///< the user stopped the work
+    WrongVersion,  ///< a file is of the right kind but of a version that cannot be read
     AlreadyExists, ///< a file of that name exists and must not be replaced
 };
 

@@ -222,6 +222,28 @@ TEST(AcqFieldsTest, RefusesDerivedAndUnknownFields) {
     EXPECT_EQ(unknown.error().kind, ErrorKind::NotFound);
 }
 
+TEST(AcqFieldsTest, SettingsFromAFileAreCheckedBeforeTheyAreCollectedWith) {
+    const AcqSettings good;
+    EXPECT_TRUE(checkCollectable(good, true));
+    const auto refused = [&](const auto& change, bool triggerEnabled = false) {
+        AcqSettings settings;
+        change(settings);
+        const auto result = checkCollectable(settings, triggerEnabled);
+        return result ? std::string("accepted") : result.error().text;
+    };
+    EXPECT_THAT(refused([](auto& s) { s.sampling.Duration = -2; }), HasSubstr("Duration must be"));
+    EXPECT_THAT(refused([](auto& s) { s.sampling.Duration = std::numeric_limits<float>::quiet_NaN(); }),
+                HasSubstr("Duration must be"));
+    EXPECT_THAT(refused([](auto& s) { s.sampling.Repeat = -3; }), HasSubstr("Repeat must be"));
+    EXPECT_THAT(refused([](auto& s) { s.sampling.Rate = 2000000000; }), HasSubstr("Rate must be"));
+    EXPECT_THAT(refused([](auto& s) { s.setup.StartDelay = 30000; }), HasSubstr("StartDelay must be"));
+    EXPECT_THAT(refused([](auto& s) { s.sampling.DIOLatency[2] = -1; }), HasSubstr("DIOLatency must be"));
+    EXPECT_EQ(refused([](auto& s) { s.trigger.Pretrigger = 200; }), "accepted") << "not triggered";
+    EXPECT_THAT(refused([](auto& s) { s.trigger.Pretrigger = 200; }, true), HasSubstr("Pretrigger must be"));
+    EXPECT_EQ(refused([](auto& s) { s.setup.TrialNumber = 12344; }), "accepted") << "names above 9999 are allowed";
+    EXPECT_EQ(refused([](auto& s) { s.sampling.Duration = 0.01F; }), "accepted") << "the limit itself";
+}
+
 TEST(AcqFieldsTest, ListsTheFieldsInTheOrderOfTheSetupFile) {
     const std::vector<std::string> names = fieldNames();
     ASSERT_EQ(names.size(), 38U);

@@ -134,6 +134,17 @@ TEST_F(RunControllerTest, RefusesATrialNumberBeyond16BitsAndChangesNothing) {
     EXPECT_FALSE(run.busy());
 }
 
+TEST_F(RunControllerTest, RefusesSettingsThatNoTrialCanHaveAndChangesNothing) {
+    state.settings.sampling.Duration = -1;
+    run.Collect();
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_THAT(messages.shown[0].text,
+                testing::HasSubstr("Duration must be a number from 0.01 to 3600 s, not \"-1\"."));
+    EXPECT_EQ(state.settings.setup.TrialNumber, 0);
+    EXPECT_THAT(input.log, IsEmpty());
+    EXPECT_FALSE(run.busy());
+}
+
 TEST_F(RunControllerTest, WithoutADeviceItSaysSoAndChangesNothingElse) {
     input.description = "Device: none";
     run.Collect();

@@ -1,5 +1,6 @@
 #include "app/cli/CommandLine.h"
 
+#include "acquisition/SetupFile.h"
 #include "support/Fakes.h"
 #include "support/RecordingFile.h"
 #include "support/TemporaryFolder.h"
@@ -282,6 +283,47 @@ TEST_F(CommandLineTest, PlotDrawsATrialFile) {
     EXPECT_EQ(pictures[0].widthPixels, 640);
     EXPECT_EQ(pictures[0].heightPixels, 600);
     EXPECT_EQ(pictures[0].rateHz, 100);
+}
+
+TEST_F(CommandLineTest, ASetupFileGivesTheSettingsAndArgumentsComeAfterIt) {
+    AcqSettings settings;
+    settings.sampling.Channels.assign("2,0");
+    settings.sampling.Rate = 100;
+    settings.sampling.Duration = 0.5F;
+    settings.setup.FilePrefix = "Protocol";
+    ASSERT_TRUE(writeSetupFile(folder / "p.set", settings));
+    ASSERT_EQ(run({"collect", "--fast", "--setup", (folder / "p.set").string(), "--set", "Duration=0.2", "--board",
+                   "recording:" + (folder / "rec.wav").string(), "--out", out.string()}),
+              0)
+        << stdErr.str();
+    EXPECT_EQ(sample("Protocol0001.lmb", 21, 1, 20), volts(20));
+
+    ASSERT_EQ(run({"show", (folder / "p.set").string(), "--json"}), 0);
+    const auto json = nlohmann::json::parse(stdOut.str());
+    EXPECT_EQ(json.size(), 38U);
+    EXPECT_EQ(json.at("FilePrefix"), "Protocol");
+    EXPECT_EQ(json.at("Channels"), "2,0");
+    EXPECT_EQ(json.at("Duration"), 0.5);
+    EXPECT_EQ(json.at("DIOLatency").size(), 8U);
+    EXPECT_EQ(json.at("TriggerRising"), true);
+}
+
+TEST_F(CommandLineTest, ASetupFileThatCannotBeUsedIsOneLine) {
+    const auto with = [&](const std::string& name) {
+        EXPECT_EQ(collect({"--setup", (folder / name).string()}), 1);
+        EXPECT_TRUE(filesWritten().empty());
+        return errorLine();
+    };
+    EXPECT_THAT(with("missing.set"), HasSubstr("missing.set does not exist"));
+    std::ofstream(folder / "short.set").write("\x01\0\0", 3);
+    EXPECT_THAT(with("short.set"), HasSubstr("ends too soon"));
+    AcqSettings settings;
+    settings.sampling.Repeat = -2;
+    ASSERT_TRUE(writeSetupFile(folder / "wild.set", settings));
+    EXPECT_THAT(with("wild.set"), HasSubstr("Repeat must be a whole number from 1 to 500"));
+    settings.setup.Version = 3;
+    ASSERT_TRUE(writeSetupFile(folder / "new.set", settings));
+    EXPECT_THAT(with("new.set"), HasSubstr("version number"));
 }
 
 TEST_F(CommandLineTest, ASavedTrialCanPlayTheBoardsPart) {

@@ -1,6 +1,8 @@
 #include "app/cli/CollectCommand.h"
 
+#include "acquisition/AcqFields.h"
 #include "acquisition/RunController.h"
+#include "acquisition/SetupFile.h"
 #include "acquisition/StartCondition.h"
 #include "app/Boards.h"
 #include "app/SettingsArguments.h"
@@ -133,13 +135,13 @@ std::uintmax_t bytesOfTrials(const AcqSettings& settings, int trials) {
 
 /// The settings of a collection that nobody watches: every trial is saved as it arrives, nothing is asked.
 Result<void> prepareSettings(ProgramState& state, const std::vector<std::string>& arguments) {
-    if (auto set = applySettings(state.settings, arguments); !set) return set;
-    SetupOptions& setup = state.settings.setup;
-    setup.Autosave = true;
-    setup.Comments = false;
-    setup.PauseToReset = false;
-    state.flags.TriggerEnabled = setup.TriggerMode == 1;
-    return {};
+    AcqSettings& settings = state.settings;
+    if (auto set = applySettings(settings, arguments); !set) return set;
+    settings.setup.Autosave = true;
+    settings.setup.Comments = false;
+    settings.setup.PauseToReset = false;
+    state.flags.TriggerEnabled = settings.setup.TriggerMode == 1;
+    return checkCollectable(settings, state.flags.TriggerEnabled);
 }
 
 /// Runs one collection to its end, or until the user interrupts the program.
@@ -172,6 +174,8 @@ int collectTrials(const CollectRequest& request, const CommandLineServices& serv
         return exitFailed;
     };
     ProgramState state;
+    if (request.setup)
+        if (const auto read = readSetupFile(*request.setup, state.settings); !read) return fail(read.error().text);
     if (const auto ready = prepareSettings(state, request.settings); !ready) {
         fail(ready.error().text);
         return ready.error().kind == ErrorKind::NotFound ? exitWrongUsage : exitFailed; // no such setting

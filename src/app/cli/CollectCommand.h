@@ -10,7 +10,8 @@
 namespace tavex2 {
 
 struct CollectRequest {
-    std::vector<std::string> settings; ///< NAME=VALUE
+    std::optional<std::filesystem::path> setup; ///< a setup file, read first
+    std::vector<std::string> settings;          ///< NAME=VALUE
     std::optional<std::string> board;
     int trials = 1;
     std::filesystem::path folder = ".";

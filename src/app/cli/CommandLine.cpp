@@ -36,6 +36,8 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
 
     CollectRequest collect;
     CLI::App* collectCommand = app.add_subcommand("collect", "Collect trials and save them");
+    collectCommand->add_option("--setup", collect.setup, "Read the settings from this setup file first")
+        ->type_name("F.set");
     collectCommand->add_option("--set", collect.settings, settingHelp)
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
@@ -51,8 +53,8 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     collectCommand->add_flag("--json", collect.json, "Print the result as JSON");
 
     ShowRequest show;
-    CLI::App* showCommand = app.add_subcommand("show", "Print what a trial file holds");
-    showCommand->add_option("FILE", show.file, "A .lmb file")->required();
+    CLI::App* showCommand = app.add_subcommand("show", "Print what a trial file or a setup file holds");
+    showCommand->add_option("FILE", show.file, "A .lmb or .set file")->required();
     showCommand->add_flag("--json", show.json, "Print as JSON");
 
     PlotRequest plot;

@@ -1,5 +1,7 @@
 #include "app/cli/ShowCommand.h"
 
+#include "acquisition/AcqFields.h"
+#include "acquisition/SetupFile.h"
 #include "base/Windows1252.h"
 #include "files/Import.h"
 
@@ -10,6 +12,7 @@
 #include <limits>
 #include <sstream>
 #include <string>
+#include <type_traits>
 
 namespace tavex2 {
 
@@ -106,9 +109,36 @@ std::string toText(const LmbFile& file) {
     return out.str();
 }
 
-} // namespace
+/// The fields of a setup, group after group in one object.
+Json toJson(const AcqSettings& settings) {
+    Json json;
+    forEachField(settings, [&json](std::string_view name, const auto& field, const FieldRange&) {
+        using Field = std::decay_t<decltype(field)>;
+        Json& value = json[std::string(name)];
+        if constexpr (std::is_same_v<Field, Bool16>)
+            value = static_cast<bool>(field);
+        else if constexpr (std::is_same_v<Field, FixedText<50>>)
+            value = shown(field);
+        else
+            value = field;
+    });
+    return json;
+}
 
-Result<void> showFile(const ShowRequest& request, std::ostream& out) {
+Result<void> showSetup(const ShowRequest& request, std::ostream& out) {
+    AcqSettings settings;
+    if (auto read = readSetupFile(request.file, settings); !read) return read;
+    const Json json = toJson(settings);
+    if (request.json)
+        out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    else
+        for (const auto& [name, value] : json.items())
+            out << std::left << std::setw(18) << name << (value.is_string() ? value.get<std::string>() : value.dump())
+                << '\n';
+    return {};
+}
+
+Result<void> showTrial(const ShowRequest& request, std::ostream& out) {
     const Result<LmbFile> file = readLmbFile(request.file);
     if (!file) return file.error();
     if (request.json)
@@ -117,6 +147,12 @@ Result<void> showFile(const ShowRequest& request, std::ostream& out) {
     else
         out << toText(file.value());
     return {};
+}
+
+} // namespace
+
+Result<void> showFile(const ShowRequest& request, std::ostream& out) {
+    return request.file.extension() == ".set" ? showSetup(request, out) : showTrial(request, out);
 }
 
 } // namespace tavex2
