@@ -1,12 +1,11 @@
-#include "acquisition/RunController.h"
-
+#include "acquisition/RunControllerFixture.h"
 #include "acquisition/StartCondition.h"
-#include "support/Fakes.h"
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <limits>
+#include <string>
+#include <vector>
 
 namespace tavex2::test {
 namespace {
@@ -14,42 +13,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
-
-class RunControllerTest : public testing::Test {
-  protected:
-    RunControllerTest() {
-        state.settings.sampling.Rate = 100;
-        state.settings.sampling.Duration = 0.1F; // 11 samples
-        state.settings.sampling.DIOMask = 0;
-    }
-
-    void collectAndDeliver(double base) {
-        run.Collect();
-        input.deliver(base);
-    }
-
-    ProgramState state;
-    FakeClock clock;
-    FakeEvents events;
-    FakeMessages messages;
-    FakeSound sound;
-    FakeDigitalOutput dio{clock};
-    FakeAnalogInput input;
-    FakeRunView view;
-    FakeSink sink;
-    double nextRandom = 0;
-    RunController run{state,
-                      {.analogInput = input,
-                       .digitalOutput = dio,
-                       .clock = clock,
-                       .events = events,
-                       .messages = messages,
-                       .sound = sound,
-                       .view = view,
-                       .sink = sink,
-                       .random = [this] { return nextRandom; },
-                       .toneFile = "tone.wav"}};
-};
 
 TEST_F(RunControllerTest, CollectsATrialInTheLaidDownOrder) {
     run.Collect();
@@ -509,80 +472,6 @@ TEST_F(RunControllerTest, ADebugCollectionLeavesTheTrialBeforeCountedOnce) {
     state.flags.DebugMode = true;
     run.Collect();
     EXPECT_TRUE(state.trials.AddedToAverage);
-}
-
-// Stimulus pulses -----------------------------------------------------------------------------------------------------
-
-TEST_F(RunControllerTest, PulsesEachLineForOneMillisecondAtItsLatency) {
-    state.settings.sampling.DIOMask = 0b101;
-    state.settings.sampling.DIOLatency = {3, 0, 5, 0, 0, 0, 0, 0};
-    run.Collect();
-    // The first write clears the port; the collection then waits for the next millisecond and starts.
-    EXPECT_THAT(dio.writes, ElementsAre(Pair(0, 0), Pair(1, 0), Pair(2, 0), Pair(3, 0), Pair(4, 1), Pair(5, 0),
-                                        Pair(6, 4), Pair(7, 0)));
-}
-
-TEST_F(RunControllerTest, LinesDueInTheSameMillisecondPulseTogether) {
-    state.settings.sampling.DIOMask = 0b111;
-    state.settings.sampling.DIOLatency = {1, 1, 1, 0, 0, 0, 0, 0};
-    run.Collect();
-    EXPECT_THAT(dio.writes, ElementsAre(Pair(0, 0), Pair(1, 0), Pair(2, 7), Pair(3, 0)));
-}
-
-TEST_F(RunControllerTest, RepeatsThePulsesOncePerTrial) {
-    state.settings.sampling.DIOMask = 1;
-    state.settings.sampling.DIOLatency[0] = 2;
-    state.settings.sampling.Repeat = 2;
-    run.Collect();
-    std::vector<std::int64_t> risen;
-    for (const auto& [ms, value] : dio.writes)
-        if (value == 1) risen.push_back(ms);
-    EXPECT_THAT(risen, ElementsAre(3, 103)); // 100 ms of trial between them
-    EXPECT_EQ(dio.writes.back().second, 0);
-}
-
-TEST_F(RunControllerTest, IgnoresMaskBitsAboveTheThreeLines) {
-    state.settings.sampling.DIOMask = 0b11111000;
-    run.Collect();
-    EXPECT_THAT(dio.writes, ElementsAre(Pair(0, 0)));
-    EXPECT_TRUE(run.busy());
-}
-
-TEST_F(RunControllerTest, WritesNoPortWhenTheBoardHasNoLinesBeforeTheCollection) {
-    dio.lineCount = 0;
-    run.Collect();
-    EXPECT_THAT(dio.writes, IsEmpty());
-}
-
-// Tone ----------------------------------------------------------------------------------------------------------------
-
-TEST_F(RunControllerTest, PlaysTheToneBeforeTheTrialOnlyWithADevice) {
-    state.settings.sound.SoundBefore = true;
-    run.Collect();
-    EXPECT_THAT(sound.played, IsEmpty()) << "SoundAvailable is False";
-    input.deliver(0);
-    state.settings.sound.SoundAvailable = true;
-    collectAndDeliver(0);
-    EXPECT_EQ(sound.played.size(), 1U);
-    sound.devices = 0; // a setup file may claim a device that is not there
-    collectAndDeliver(0);
-    EXPECT_EQ(sound.played.size(), 1U);
-}
-
-TEST_F(RunControllerTest, PlaysTheToneAfterOneTrialInN) {
-    state.settings.sound.SoundAvailable = true;
-    state.settings.sound.SoundAfter = true;
-    state.settings.trigger.RandomRatio = 2;
-    nextRandom = 0.49; // Int(0.98) + 1 = 1
-    collectAndDeliver(0);
-    EXPECT_EQ(sound.played.size(), 1U);
-    nextRandom = 0.5; // Int(1.0) + 1 = 2
-    collectAndDeliver(0);
-    EXPECT_EQ(sound.played.size(), 1U);
-    state.settings.trigger.RandomRatio = 0; // on every trial
-    nextRandom = 0.99;
-    collectAndDeliver(0);
-    EXPECT_EQ(sound.played.size(), 2U);
 }
 
 // Average -------------------------------------------------------------------------------------------------------------
