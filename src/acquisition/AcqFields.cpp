@@ -88,6 +88,12 @@ Result<void> assign(std::string_view name, std::array<std::int16_t, 8>& field, c
     return {};
 }
 
+Result<void> usableInFileNames(std::string_view name, std::string_view text) {
+    if (text.find_first_of("/\\:*?\"<>|") == std::string_view::npos) return {};
+    return Error{ErrorKind::InvalidValue,
+                 std::string(name) + " becomes part of file names and cannot contain any of / \\ : * ? \" < > |."};
+}
+
 Result<void> assign(std::string_view name, std::string& field, const FieldRange& range, std::string_view text) {
     if (range.highest > range.lowest) { // text of a channel number
         std::int16_t channel = 0;
@@ -95,9 +101,7 @@ Result<void> assign(std::string_view name, std::string& field, const FieldRange&
         field = std::to_string(channel);
         return {};
     }
-    if (text.find_first_of("/\\:*?\"<>|") != std::string_view::npos)
-        return Error{ErrorKind::InvalidValue, std::string(name) + " becomes part of file names and cannot contain any "
-                                                                  "of / \\ : * ? \" < > |."};
+    if (auto result = usableInFileNames(name, text); !result) return result;
     field = text;
     return {};
 }
@@ -128,8 +132,7 @@ Result<void> inRange(std::string_view name, const std::array<std::int16_t, 8>& f
 }
 
 template <class T>
-    requires(!Number<T>)
-Result<void> inRange(std::string_view, const T&, const FieldRange&) {
+requires(!Number<T>) Result<void> inRange(std::string_view, const T&, const FieldRange&) {
     return {};
 }
 
@@ -160,7 +163,7 @@ Result<void> checkCollectable(const AcqSettings& settings, bool triggerEnabled) 
     constexpr std::array<std::string_view, 6> sampling{"DIOLatency", "Rate",       "Duration",
                                                        "UpperVolts", "LowerVolts", "Repeat"};
     constexpr std::array<std::string_view, 2> trigger{"TriggerLevel", "Pretrigger"};
-    Result<void> result;
+    Result<void> result = usableInFileNames("FilePrefix", settings.setup.FilePrefix);
     forEachField(settings, [&](std::string_view name, const auto& field, const FieldRange& range) {
         const bool matters = name == "StartDelay" || std::ranges::find(sampling, name) != sampling.end() ||
                              (triggerEnabled && std::ranges::find(trigger, name) != trigger.end());

@@ -74,9 +74,9 @@ std::vector<std::string> fieldNames();
 /// number, lies outside the range or would be cut, and for the fields that the program derives itself.
 Result<void> setField(AcqSettings& settings, std::string_view name, std::string_view text);
 
-/// Whether a collection can be made with these settings, which may come from a file: the sampling fields and the start
-/// delay must lie in their ranges, and with `triggerEnabled` the trigger fields too. The InvalidValue error names the
-/// first field that does not.
+/// Whether a collection can be made with these settings, which may come from a file: the prefix must be usable in
+/// file names, the sampling fields and the start delay must lie in their ranges, and with `triggerEnabled` the trigger
+/// fields too. The InvalidValue error names the first field that does not.
 Result<void> checkCollectable(const AcqSettings& settings, bool triggerEnabled);
 
 } // namespace tavex2

@@ -73,20 +73,12 @@ void RunController::Collect() {
 
 void RunController::mnuAcquire_Click() {
     if (busy()) return;
+    if (const std::string reason = obstacle(); !reason.empty()) {
+        m_outcome = RunOutcome::Refused;
+        m_services.messages.show({reason, "Error", MessageIcon::Exclamation, MessageButtons::Ok});
+        return;
+    }
     SetupOptions& setup = m_state.settings.setup;
-    if (const auto usable = checkCollectable(m_state.settings, m_state.flags.TriggerEnabled); !usable) {
-        m_outcome = RunOutcome::Refused;
-        m_services.messages.show(
-            {"These settings cannot be collected with. " + usable.error().text + " Correct it in the setup.", "Error",
-             MessageIcon::Exclamation, MessageButtons::Ok});
-        return;
-    }
-    if (setup.TrialNumber == std::numeric_limits<std::int16_t>::max()) {
-        m_outcome = RunOutcome::Refused;
-        m_services.messages.show({"The trial number cannot go above 32767. Set a smaller number in the setup.", "Error",
-                                  MessageIcon::Exclamation, MessageButtons::Ok});
-        return;
-    }
     enter(RunPhase::Preparing);
     m_outcome = RunOutcome::None;
     m_checkpoint = checkpoint();
@@ -136,6 +128,16 @@ void RunController::mnuAcquire_Click() {
         view.UpdateMenus();
         view.UpdateCaption();
     }
+}
+
+/// Why no collection can start with the settings as they are; empty when one can.
+std::string RunController::obstacle() const {
+    const AcqSettings& settings = m_state.settings;
+    if (const auto usable = checkCollectable(settings, m_state.flags.TriggerEnabled); !usable)
+        return "These settings cannot be collected with. " + usable.error().text + " Correct it in the setup.";
+    if (settings.setup.TrialNumber == std::numeric_limits<std::int16_t>::max())
+        return "The trial number cannot go above 32767. Set a smaller number in the setup.";
+    return {};
 }
 
 bool RunController::configure() {

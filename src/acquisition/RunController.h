@@ -92,6 +92,7 @@ class RunController {
     };
 
     void enter(RunPhase next);
+    std::string obstacle() const;
     bool configure();
     bool askToResetChannels();
     void pauseBeforeStart();

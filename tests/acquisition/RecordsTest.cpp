@@ -242,6 +242,7 @@ TEST(AcqFieldsTest, SettingsFromAFileAreCheckedBeforeTheyAreCollectedWith) {
     EXPECT_THAT(refused([](auto& s) { s.trigger.Pretrigger = 200; }, true), HasSubstr("Pretrigger must be"));
     EXPECT_EQ(refused([](auto& s) { s.setup.TrialNumber = 12344; }), "accepted") << "names above 9999 are allowed";
     EXPECT_EQ(refused([](auto& s) { s.sampling.Duration = 0.01F; }), "accepted") << "the limit itself";
+    EXPECT_THAT(refused([](auto& s) { s.setup.FilePrefix = "../Trial"; }), HasSubstr("file names"));
 }
 
 TEST(AcqFieldsTest, ListsTheFieldsInTheOrderOfTheSetupFile) {
