@@ -178,6 +178,17 @@ TEST_F(MainWindowTest, AutosaveWithoutAskingNeverOverwrites) {
     EXPECT_EQ(plots("cwGAvg"), 2);
 }
 
+TEST_F(MainWindowTest, TheSetupIsSavedFromTheOptionsMenu) {
+    start({"Rate=500", "DIOMask=0"});
+    WhenDialogOpens dialog("CommonDialog", [&](QWidget& shown) {
+        enterFileName(shown, QString::fromStdString((folder / "Protocol.set").string()));
+    });
+    action("mnuOption_6").trigger();
+    ASSERT_TRUE(dialog.opened());
+    EXPECT_EQ(fs::file_size(folder / "Protocol.set"), 176U + 5U); // the prefix "Trial"
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Protocol"));
+}
+
 TEST_F(MainWindowTest, StopAsksFirstAndYesLosesTheTrial) {
     start({"Duration=3000"});
     button("Collect").click();

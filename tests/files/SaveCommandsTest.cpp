@@ -7,7 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <deque>
 #include <limits>
 
 namespace tavex2::test {
@@ -19,22 +18,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 const LocalTime someTime{2024, 3, 5, 14, 7, 9};
-
-/// Gives the prepared names in turn, then Cancel.
-class FakeDialogs final : public FileDialogs {
-  public:
-    std::vector<FileDialogRequest> asked;
-    std::deque<std::optional<fs::path>> answers;
-
-    std::optional<fs::path> askSaveName(const FileDialogRequest& request) override {
-        asked.push_back(request);
-        if (answers.empty()) return std::nullopt;
-        const auto answer = answers.front();
-        answers.pop_front();
-        return answer;
-    }
-    std::optional<fs::path> askOpenName(const FileDialogRequest&) override { return std::nullopt; }
-};
 
 class FakeSaveView final : public SaveView {
   public:

@@ -4,6 +4,7 @@
 #include "platform/CWAI.h"
 #include "platform/CWDIO.h"
 #include "platform/EventLoop.h"
+#include "platform/FileDialogs.h"
 #include "platform/Messages.h"
 #include "platform/MillisecondClock.h"
 #include "platform/SettingsStore.h"
@@ -190,6 +191,22 @@ class FakeSink final : public TrialSink {
         saveTypes.push_back(saveType);
         if (whileSaving) whileSaving();
     }
+};
+
+/// Gives the prepared names in turn, then Cancel.
+class FakeDialogs final : public FileDialogs {
+  public:
+    std::vector<FileDialogRequest> asked;
+    std::deque<std::optional<std::filesystem::path>> answers;
+
+    std::optional<std::filesystem::path> askSaveName(const FileDialogRequest& request) override {
+        asked.push_back(request);
+        if (answers.empty()) return std::nullopt;
+        const auto answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    std::optional<std::filesystem::path> askOpenName(const FileDialogRequest&) override { return std::nullopt; }
 };
 
 /// The settings of a user, in memory.

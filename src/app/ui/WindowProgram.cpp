@@ -1,6 +1,7 @@
 #include "app/ui/WindowProgram.h"
 
 #include "acquisition/RunController.h"
+#include "acquisition/SetupCommands.h"
 #include "acquisition/StartCondition.h"
 #include "app/Exit.h"
 #include "app/SettingsArguments.h"
@@ -70,6 +71,7 @@ struct WindowProgram::Parts {
     QtMessages messages{&window};
     QtFileDialogs dialogs{&window};
     SaveCommands save{state, dialogs, messages, window};
+    SetupCommands setup{state, dialogs, messages, [this] { window.UpdateCaption(); }};
     AutosaveSink sink{save};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
     RunController run{state,
@@ -114,6 +116,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
 
     parts.window.connectCommands({.run = parts.run,
                                   .save = parts.save,
+                                  .setup = parts.setup,
                                   .deviceDescription = [&parts] { return parts.analogInput.deviceDescription(); },
                                   .prepareExit =
                                       [&parts] {

@@ -1,6 +1,7 @@
 #include "app/ui/frmMain.h"
 
 #include "acquisition/RunController.h"
+#include "acquisition/SetupCommands.h"
 #include "app/MenuState.h"
 #include "app/ui/frmWaiting.h"
 #include "display/ui/TrialGraphs.h"
@@ -99,6 +100,7 @@ void frmMain::connectCommands(MainCommands commands) {
     };
     RunController& run = m_commands->run;
     SaveCommands& save = m_commands->save;
+    SetupCommands& setup = m_commands->setup;
 
     on({m_ui->mnuSave, m_ui->tbSave}, [this, &save] { saveWith([&save] { save.mnuSave_Click(); }); });
     on({m_ui->mnuSaveAs, m_ui->tbSaveAs}, [this, &save] { saveWith([&save] { save.mnuSaveAs_Click(); }); });
@@ -116,6 +118,7 @@ void frmMain::connectCommands(MainCommands commands) {
                              m_ui->mnuOption_4};
     for (std::size_t index = 0; index < options.size(); ++index)
         on({options[index]}, [this, index](bool checked) { mnuOption_Click(static_cast<int>(index), checked); });
+    on({m_ui->mnuOption_6}, [&setup] { setup.SaveSetup(); });
     on({m_ui->mnuAutosaveWithoutAsking}, [this](bool checked) { m_state.autosaveWithoutAsking = checked; });
 
     disableAllBut(built);

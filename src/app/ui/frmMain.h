@@ -21,6 +21,7 @@ class frmMain;
 namespace tavex2 {
 
 class RunController;
+class SetupCommands;
 class TrialGraphs;
 class frmWaiting;
 
@@ -28,6 +29,7 @@ class frmWaiting;
 struct MainCommands {
     RunController& run;
     SaveCommands& save;
+    SetupCommands& setup;
     std::function<std::string()> deviceDescription; ///< "Device: " and the selected board
     std::function<bool()> prepareExit;              ///< asks and stores; False keeps the program running
 };
