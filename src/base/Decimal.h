@@ -15,4 +15,9 @@ inline std::string zeroPadded(std::int64_t value, std::size_t digits) {
     return text;
 }
 
+/// A number with `decimals` (0..100) digits behind the point and none without a digit in front of it. Rounds the exact
+/// binary value, ties away from zero: 0.5 -> "1", -2.5 -> "-3", 0.125 to two -> "0.13"; no minus sign on zero. NaN and
+/// infinity give "nan", "inf" and "-inf".
+std::string fixedDecimal(double value, int decimals);
+
 } // namespace tavex2

@@ -42,6 +42,14 @@ std::optional<AxisRange> voltageRange(const Extent& volts) {
     return range;
 }
 
+AxisRange steadyVoltageRange(const AxisRange& shown, const Extent& volts) {
+    const auto wanted = voltageRange(volts);
+    if (!wanted) return shown;
+    const bool holds = shown.minimum <= volts.lowest && shown.maximum >= volts.highest;
+    const bool filled = 2 * (wanted->maximum - wanted->minimum) >= shown.maximum - shown.minimum;
+    return holds && filled ? shown : *wanted;
+}
+
 AxisRange timeRange(std::int64_t samples, double sampleIntervalSeconds) {
     return {0, static_cast<double>(std::max<std::int64_t>(samples - 1, 1)) * sampleIntervalSeconds};
 }

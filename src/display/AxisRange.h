@@ -20,6 +20,10 @@ struct AxisRange {
 /// data get a band around their value. No value when there are no data or they are not finite.
 std::optional<AxisRange> voltageRange(const Extent& volts);
 
+/// Limits for data that change all the time: `shown` while it holds the data and they fill at least half of it, else
+/// those that voltageRange() gives, so that a running view does not tremble.
+AxisRange steadyVoltageRange(const AxisRange& shown, const Extent& volts);
+
 /// The time that `samples` samples take up, from the first (at 0) to the last; a single sample gets one interval.
 AxisRange timeRange(std::int64_t samples, double sampleIntervalSeconds);
 

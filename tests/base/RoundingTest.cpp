@@ -32,5 +32,13 @@ RC_GTEST_PROP(RoundHalfEvenTest, NeverMovesMoreThanAHalf, (int whole, int thousa
     RC_ASSERT(std::abs(static_cast<double>(roundHalfEven(x)) - x) <= 0.5);
 }
 
+TEST(SaturatedInt16Test, RoundsHalvesToEvenAndStopsAtTheEndsOfTheRange) {
+    EXPECT_EQ(saturatedInt16(2.5), 2);
+    EXPECT_EQ(saturatedInt16(-3.5), -4);
+    EXPECT_EQ(saturatedInt16(32767.4), 32767);
+    EXPECT_EQ(saturatedInt16(1e300), 32767);
+    EXPECT_EQ(saturatedInt16(-40000), -32768);
+}
+
 } // namespace
 } // namespace tavex2::test

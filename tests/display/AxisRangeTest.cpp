@@ -76,5 +76,13 @@ TEST(FullTimeExtent, IsRepeatTimesDurationInSinglePrecision) {
     EXPECT_NE(static_cast<double>(fullTimeExtentSeconds(sampling)), 0.3);
 }
 
+TEST(SteadyVoltageRange, StaysWhileItHoldsTheDataAndTheyFillHalfOfIt) {
+    const AxisRange shown{-2, 2};
+    EXPECT_EQ(steadyVoltageRange(shown, {.lowest = -1.5, .highest = 1.5}), shown);
+    EXPECT_EQ(steadyVoltageRange(shown, {.lowest = -2.5, .highest = 1}), *voltageRange({.lowest = -2.5, .highest = 1}));
+    EXPECT_EQ(steadyVoltageRange(shown, {.lowest = 0, .highest = 0.5}), *voltageRange({.lowest = 0, .highest = 0.5}));
+    EXPECT_EQ(steadyVoltageRange(shown, {}), shown);
+}
+
 } // namespace
 } // namespace tavex2

@@ -1,0 +1,89 @@
+#include "base/NumberFormat.h"
+
+#include "base/Decimal.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+
+namespace tavex2 {
+
+namespace {
+
+/// A display format taken apart.
+struct Parts {
+    std::size_t leastIntegerDigits = 0;
+    std::size_t leastDecimals = 0;
+    std::size_t mostDecimals = 0;
+    std::string unit; ///< with the blanks before it
+};
+
+Parts takeApart(std::string_view format) {
+    Parts parts;
+    bool decimals = false;
+    bool quoted = false;
+    for (const char c : format) {
+        if (c == '"') {
+            quoted = !quoted;
+        } else if (quoted || c == ' ') {
+            parts.unit += c;
+        } else if (c == '.') {
+            decimals = true;
+        } else if (c == '0' || c == '#') {
+            const bool always = c == '0';
+            if (!decimals) {
+                parts.leastIntegerDigits += always ? 1 : 0;
+            } else {
+                ++parts.mostDecimals;
+                if (always) parts.leastDecimals = parts.mostDecimals;
+            }
+        } else {
+            parts.unit += c;
+        }
+    }
+    return parts;
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+} // namespace
+
+std::string formatNumber(double value, std::string_view format) {
+    const Parts parts = takeApart(format);
+    std::string text = fixedDecimal(value, static_cast<int>(parts.mostDecimals));
+    if (!std::isfinite(value)) return text;
+
+    const bool negative = text.front() == '-';
+    if (negative) text.erase(0, 1);
+    const std::size_t point = std::min(text.find('.'), text.size());
+    std::string digits = text.substr(0, point);
+    std::string decimals = point < text.size() ? text.substr(point + 1) : std::string();
+    while (decimals.size() > parts.leastDecimals && decimals.back() == '0')
+        decimals.pop_back();
+    if (digits == "0" && parts.leastIntegerDigits == 0 && !decimals.empty()) digits.clear();
+    if (digits.size() < parts.leastIntegerDigits) digits.insert(0, parts.leastIntegerDigits - digits.size(), '0');
+    return (negative ? "-" : "") + digits + (decimals.empty() ? "" : "." + decimals) + parts.unit;
+}
+
+std::optional<double> parseNumber(std::string_view text, std::string_view format) {
+    const std::string wholeUnit = takeApart(format).unit;
+    const std::string_view unit = trimmed(wholeUnit);
+    text = trimmed(text);
+    if (!unit.empty() && text.ends_with(unit)) text = trimmed(text.substr(0, text.size() - unit.size()));
+    if (text.starts_with('+')) text.remove_prefix(1);
+    std::string plain(text);
+    std::ranges::replace(plain, ',', '.');
+
+    double value = 0;
+    const char* const end = plain.data() + plain.size();
+    const auto [stopped, error] = std::from_chars(plain.data(), end, value);
+    if (error != std::errc() || stopped != end || !std::isfinite(value)) return std::nullopt;
+    return value;
+}
+
+} // namespace tavex2

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tavex2 {
+
+/// A number as a display format asks for: `0` is a digit that is always there, `#` one that is there when it counts,
+/// the point separates the decimals, and text in double quotes (with the blanks before it) stands as it is: 0.5 under
+/// `#.000 "V"` gives ".500 V", 12.5 under `0 "ms"` "13 ms". Ties round away from zero; a point without decimals behind
+/// it is left out.
+std::string formatNumber(double value, std::string_view format);
+
+/// Reads a number that a person typed, with or without the unit of `format`, with a point or a comma before the
+/// decimals; blanks around it do not matter. No value when the text is anything else or no finite number.
+std::optional<double> parseNumber(std::string_view text, std::string_view format);
+
+} // namespace tavex2
