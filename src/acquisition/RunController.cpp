@@ -37,7 +37,13 @@ constexpr const char* lineBreak = "\r\n";
 RunController::RunController(ProgramState& state, RunServices services)
     : m_state(state), m_services(std::move(services)) {
     CWAI& input = m_services.analogInput;
-    input.onData = [this](const AnalogBlock& block) { whenDelivered([this, block] { takeBlock(block); }); };
+    input.onData = [this](const AnalogBlock& block) {
+        // A block to look at waits for nothing: it stores nothing, and the next one is on its way.
+        if (m_state.flags.RealTimeMode)
+            showRealTime(block);
+        else
+            whenDelivered([this, block] { takeBlock(block); });
+    };
     input.onError = [this](const AnalogError& error) { whenDelivered([this, error] { takeError(error); }); };
     input.onProgress = [this](const AnalogProgress& progress) { takeProgress(progress); };
 }
@@ -58,7 +64,7 @@ void RunController::enter(RunPhase next) {
 
 void RunController::Collect() {
     if (busy()) return;
-    m_state.flags.RealTimeMode = false;
+    endRealTime();
     m_services.analogInput.selectDevice(m_state.settings.setup.Device);
     if (m_services.analogInput.deviceDescription() == "Device: none" && !m_state.flags.DebugMode) {
         m_outcome = RunOutcome::Refused;
@@ -232,8 +238,7 @@ void RunController::Stop() {
     RunView& view = m_services.view;
     view.setWaitingShown(false);
     if (m_state.flags.RealTimeMode) {
-        m_state.flags.RealTimeMode = false;
-        if (!m_state.flags.DebugMode) m_services.analogInput.Stop();
+        endRealTime();
     } else {
         if (m_asking) return;
         const bool wasRunning = m_phase != RunPhase::Idle;
@@ -284,6 +289,50 @@ void RunController::restore() {
     m_state.trials.AddedToAverage = m_checkpoint.addedToAverage;
 }
 
+// Real-time view ------------------------------------------------------------------------------------------------------
+
+void RunController::mnuRealTime_Click() {
+    RunView& view = m_services.view;
+    if (busy()) {
+        view.setStatusText("A trial is being collected. Stop it before you watch the channels.");
+        return;
+    }
+    if (m_state.flags.RealTimeMode) return;
+    const bool driven = !m_state.flags.DebugMode;
+    CWAI& input = m_services.analogInput;
+    view.setStopEnabled(true);
+    describeSampling(m_state.settings, input);
+    const StartCondition confirmed = std::exchange(input.config.start, StartCondition{});
+    input.config.end = EndCondition::Continuous;
+    if (driven) ShowDaqError(input.Configure());
+
+    SamplingSettings& sampling = m_state.settings.sampling;
+    sampling.NumChannels = static_cast<std::int16_t>(input.numChannels());
+    constexpr std::int64_t mostSamples = std::numeric_limits<std::int32_t>::max();
+    sampling.NumSamples = static_cast<std::int32_t>(std::min(input.totalScans(), mostSamples));
+    const std::int64_t scans = input.config.chunked ? input.config.chunkScans : input.config.totalScans;
+    view.beginRealTime(static_cast<double>(scans - 1) / sampling.Rate);
+    view.setStatusText("Acquiring data continuously.  Press Stop button to terminate collection.");
+    m_state.flags.RealTimeMode = true;
+    if (driven) ShowDaqError(input.Start());
+    // What was set for watching ends with it: collections go by the trigger that was confirmed.
+    input.config.start = confirmed;
+    input.config.end = EndCondition::AfterTotalScans;
+}
+
+/// Every block takes the place of the one before.
+void RunController::showRealTime(const AnalogBlock& block) {
+    m_services.view.showRealTime(block.samples, 1.0 / m_services.analogInput.config.scanRateHz);
+}
+
+/// Without effect while there is no real-time view.
+void RunController::endRealTime() {
+    if (!std::exchange(m_state.flags.RealTimeMode, false)) return;
+    if (m_services.analogInput.running()) m_services.analogInput.Stop(); // in debug mode it was never started
+    m_services.view.endRealTime();
+    m_services.view.setStopEnabled(false);
+}
+
 // Events of the analog-input control ----------------------------------------------------------------------------------
 
 /// Runs events one after the other: a trial that arrives while the one before is being commented or saved, or while the
@@ -314,7 +363,7 @@ void RunController::takeProgress(const AnalogProgress& progress) {
 }
 
 void RunController::takeBlock(const AnalogBlock& block) {
-    if (m_phase != RunPhase::Running || m_state.flags.RealTimeMode) return;
+    if (m_phase != RunPhase::Running) return;
     const SoundSettings& sound = m_state.settings.sound;
     const double ratio = m_state.settings.trigger.RandomRatio;
     const int k = static_cast<int>(std::floor(ratio * m_services.random())) + 1;
@@ -328,7 +377,8 @@ void RunController::takeBlock(const AnalogBlock& block) {
 
 void RunController::takeError(const AnalogError& error) {
     if (m_phase == RunPhase::Idle && !m_state.flags.RealTimeMode) return;
-    const bool realTime = std::exchange(m_state.flags.RealTimeMode, false);
+    const bool realTime = m_state.flags.RealTimeMode;
+    endRealTime();
     const bool keeps = !realTime && error.arrived != nullptr;
     finish(RunOutcome::Failed);
     std::string context = error.context;

@@ -46,7 +46,13 @@ class RunController {
     /// Starts one collection. Without effect while one runs.
     void mnuAcquire_Click();
 
-    /// The tool bar's "Stop": asks whether to lose the trial being taken, and ends the collection or its pause.
+    /// Starts the real-time view: the board delivers without trigger and without end, every block is shown and nothing
+    /// is stored. A failure is shown and the view stays on, without blocks, until Stop. Without effect while it runs;
+    /// while a collection runs only the status text says so.
+    void mnuRealTime_Click();
+
+    /// The tool bar's "Stop": ends the real-time view; else asks whether to lose the trial being taken, and ends the
+    /// collection or its pause.
     void Stop();
 
     /// Empties the average.
@@ -100,6 +106,8 @@ class RunController {
     bool confirmStop();
     void finish(RunOutcome outcome);
     void refuse(int code);
+    void showRealTime(const AnalogBlock& block);
+    void endRealTime();
 
     void whenDelivered(std::function<void()> event);
     void deliverArrived();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "acquisition/records/TrialBuffers.h"
 #include "platform/CWAI.h"
 
 #include <optional>
@@ -18,6 +19,12 @@ class RunView {
     virtual void setWaitingShown(bool shown) = 0;            ///< the waiting window
     /// How far the trial is; no value when none is being taken.
     virtual void showProgress(const std::optional<AnalogProgress>& progress) = 0;
+
+    /// The real-time view: the current trial's graph is cleared for a window of so many seconds, shows each block from
+    /// 0 on in place of the one before, and is left as it is at the end.
+    virtual void beginRealTime(double windowSeconds) = 0;
+    virtual void showRealTime(const TrialData& block, double sampleIntervalSeconds) = 0;
+    virtual void endRealTime() = 0;
 
     virtual void RedrawTrials() = 0;
     virtual void UpdateMenus() = 0;

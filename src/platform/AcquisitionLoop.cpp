@@ -19,19 +19,27 @@ std::int64_t scansOfOneRead(double rateHz) {
     return std::clamp<std::int64_t>(static_cast<std::int64_t>(rateHz / 100.0), 1, 4096);
 }
 
-/// True at most once an interval.
+/// True at most once an interval, and less often when the work that is then done takes long.
 class Throttle {
   public:
     explicit Throttle(WallClock::duration interval) : m_interval(interval) {}
     bool due() {
         const auto now = WallClock::now();
         if (now < m_next) return false;
+        m_began = now;
         m_next = now + m_interval;
         return true;
     }
 
+    /// The work of this turn is done: it may take up a fifth of the time, or scans would wait for it.
+    void done() {
+        const auto now = WallClock::now();
+        m_next = std::max(m_next, now + 4 * (now - m_began));
+    }
+
   private:
     WallClock::duration m_interval;
+    WallClock::time_point m_began{};
     WallClock::time_point m_next{};
 };
 
@@ -92,7 +100,7 @@ void acquireTrials(Board& board, ScanAssembler& assembler, const AnalogInputConf
     Throttle throttle(progressInterval);
     const int blocks = config.chunked ? static_cast<int>(config.totalScans / config.chunkScans) : 1;
     const auto deliver = [&](TrialArray block, int index) {
-        events.data({shared(std::move(block)), index, index + 1 == blocks});
+        events.data({shared(std::move(block)), index, index + 1 == blocks, 0});
     };
     const auto fail = [&](DaqStatus status, const std::string& cause) {
         const std::string context = position(assembler, config, cause);
@@ -130,7 +138,8 @@ void acquireContinuously(Board& board, LatestWindow& window, const StreamConfig&
         }
         if (!throttle.due()) continue;
         if (Result<TrialArray> latest = window.latest())
-            events.data({shared(std::move(latest).value()), index++, false});
+            events.data({shared(std::move(latest).value()), index++, false, window.firstScan()});
+        throttle.done();
     }
     board.stop();
 }

@@ -43,6 +43,7 @@ struct AnalogBlock {
     std::shared_ptr<const TrialArray> samples; ///< rank 1 for one channel, else rank 2; float64 volts
     int index = 0;                             ///< 0-based number of the block within its start
     bool last = false;                         ///< nothing follows it
+    std::int64_t firstScan = 0;                ///< continuous acquisition: number of its first scan since the start
 };
 
 /// How far a running collection is.

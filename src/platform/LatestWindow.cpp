@@ -29,6 +29,7 @@ void LatestWindow::add(std::span<const double> interleaved) {
         storeScans(interleaved.first(scans * channels), m_limits, m_ring, m_next);
         interleaved = interleaved.subspan(scans * channels);
         m_next = (m_next + static_cast<std::int64_t>(scans)) % m_ring.samples();
+        m_seen += static_cast<std::int64_t>(scans);
         m_kept = std::min(m_kept + static_cast<std::int64_t>(scans), m_ring.samples());
     }
 }

@@ -21,11 +21,15 @@ class LatestWindow {
     /// beginning. Errors: InvalidValue before the first scan, OutOfMemory.
     Result<TrialArray> latest() const;
 
+    /// Number of the oldest scan that is kept, counted from the first one ever taken.
+    std::int64_t firstScan() const { return m_seen - m_kept; }
+
   private:
     LatestWindow(TrialArray ring, const VoltageLimits& limits);
 
     TrialArray m_ring;
     VoltageLimits m_limits;
+    std::int64_t m_seen = 0; ///< scans taken so far
     std::int64_t m_kept = 0; ///< scans in the ring
     std::int64_t m_next = 0; ///< where the next scan goes
 };

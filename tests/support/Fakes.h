@@ -129,7 +129,7 @@ class FakeAnalogInput final : public CWAI {
 
     /// Delivers a block whose sample (c, i) is `base` + 100 c + i.
     void deliver(double base, int index = 0, bool last = true) {
-        onData({block(channelCount, config.chunkScans, base), index, last});
+        onData({block(channelCount, config.chunkScans, base), index, last, 0});
     }
 
     static std::shared_ptr<const TrialArray> block(int channels, std::int64_t samples, double base) {
@@ -155,6 +155,9 @@ class FakeRunView final : public RunView {
     bool waiting = false;
     std::optional<AnalogProgress> progress;
     std::function<void()> whileCommenting;
+    double realTimeWindowSeconds = 0;
+    double realTimeIntervalSeconds = 0;
+    std::vector<TrialData> realTimeBlocks;
 
     void setStatusText(const std::string& text) override {
         status = text;
@@ -173,6 +176,15 @@ class FakeRunView final : public RunView {
         log.push_back(on ? "waiting shown" : "waiting hidden");
     }
     void showProgress(const std::optional<AnalogProgress>& value) override { progress = value; }
+    void beginRealTime(double windowSeconds) override {
+        log.emplace_back("real time begins");
+        realTimeWindowSeconds = windowSeconds;
+    }
+    void showRealTime(const TrialData& block, double sampleIntervalSeconds) override {
+        realTimeBlocks.push_back(block);
+        realTimeIntervalSeconds = sampleIntervalSeconds;
+    }
+    void endRealTime() override { log.emplace_back("real time ends"); }
     void RedrawTrials() override { log.emplace_back("RedrawTrials"); }
     void UpdateMenus() override { log.emplace_back("UpdateMenus"); }
     void UpdateCaption() override { log.emplace_back("UpdateCaption"); }

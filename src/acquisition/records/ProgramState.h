@@ -18,6 +18,8 @@ struct StateFlags {
     bool DebugMode = false;      ///< no A/D hardware is driven
     bool TriggerEnabled = false; ///< triggering was chosen at the last confirmation of the setup
     bool LegendShown = false;
+    bool ShowLastTrial = true;
+    bool ShowAveragedTrials = true;
     bool AddedToOverlays = false; ///< the current trial is already among the overlays
 };
 

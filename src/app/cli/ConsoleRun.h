@@ -32,6 +32,9 @@ class SilentRunView final : public RunView {
     void setStopEnabled(bool) override {}
     void setWaitingShown(bool) override {}
     void showProgress(const std::optional<AnalogProgress>&) override {}
+    void beginRealTime(double) override {}
+    void showRealTime(const TrialData&, double) override {}
+    void endRealTime() override {}
     void RedrawTrials() override {}
     void UpdateMenus() override {}
     void UpdateCaption() override {}

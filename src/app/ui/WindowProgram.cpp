@@ -117,6 +117,8 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
     parts.window.connectCommands({.run = parts.run,
                                   .save = parts.save,
                                   .setup = parts.setup,
+                                  .dialogs = parts.dialogs,
+                                  .messages = parts.messages,
                                   .deviceDescription = [&parts] { return parts.analogInput.deviceDescription(); },
                                   .prepareExit =
                                       [&parts] {

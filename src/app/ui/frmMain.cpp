@@ -4,21 +4,22 @@
 #include "acquisition/SetupCommands.h"
 #include "app/MenuState.h"
 #include "app/ui/frmWaiting.h"
-#include "display/ui/TrialGraphs.h"
+#include "display/ui/GraphsPanel.h"
+#include "display/ui/frmLegend.h"
+#include "display/ui/frmScale.h"
 #include "ui_frmMain.h"
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QProgressBar>
 #include <QScreen>
-#include <QSet>
 #include <QToolButton>
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
 
 /// The icons lie in this library, which a linker takes nothing from without being asked. Outside any namespace, as the
 /// toolkit wants it.
@@ -51,29 +52,34 @@ QProgressBar* progressPanel(QWidget* parent) {
 } // namespace
 
 frmMain::frmMain(ProgramState& state)
-    : m_state(state), m_ui(std::make_unique<Ui::frmMain>()), m_waiting(new frmWaiting(this)) {
+    : m_state(state), m_ui(std::make_unique<Ui::frmMain>()), m_graphs(new GraphsPanel(state)),
+      m_waiting(new frmWaiting(this)), m_legend(new frmLegend(this)) {
     useIcons();
     m_ui->setupUi(this);
+    setCentralWidget(m_graphs);
     resize(size().boundedTo(screen()->availableSize() * 9 / 10)); // a small or strongly magnified screen
-    m_graphs = std::make_unique<TrialGraphs>(*m_ui->cwG, *m_ui->cwGLast, *m_ui->cwGAvg);
-    m_ui->cwG->setEmptyText(tr("Press Collect (Space)"));
-    m_ui->cwGLast->setEmptyText(tr("The trial before the current one"));
-    m_ui->cwGAvg->setEmptyText(tr("The average of the trials that you save"));
-
-    m_statusPanel = panel(this, "StatusPanel1", tr("Status"));
-    m_devicePanel = panel(this, "StatusPanel2", tr("A/D board"));
-    m_progress = progressPanel(this);
-    m_ui->StatusBar->addWidget(m_statusPanel, 1);
-    m_ui->StatusBar->addPermanentWidget(m_progress);
-    m_ui->StatusBar->addPermanentWidget(m_devicePanel);
-
-    m_ui->mnuLastTrial->setChecked(true);
-    m_ui->mnuAveragedTrials->setChecked(true);
+    addStatusPanels();
     describeForAssistance();
 }
 
 frmMain::~frmMain() {
     setBusyPointer(false);
+}
+
+void frmMain::addStatusPanels() {
+    m_statusPanel = panel(this, "StatusPanel1", tr("Status"));
+    m_pointerPanel = panel(this, "PointerPanel", tr("Value under the pointer"));
+    m_pointerPanel->setMinimumWidth(
+        fontMetrics().horizontalAdvance(QStringLiteral("00.00000 s, -00.0000 V, channel 00")));
+    m_progress = progressPanel(this);
+    m_devicePanel = panel(this, "StatusPanel2", tr("A/D board"));
+    m_ui->StatusBar->addWidget(m_statusPanel, 1);
+    for (QWidget* each : {static_cast<QWidget*>(m_pointerPanel), static_cast<QWidget*>(m_progress),
+                          static_cast<QWidget*>(m_devicePanel)})
+        m_ui->StatusBar->addPermanentWidget(each);
+    connect(m_graphs, &GraphsPanel::readoutChanged, m_pointerPanel, &QLabel::setText);
+    connect(m_graphs, &GraphsPanel::failed, this,
+            [this](const QString& reason) { setStatusText(reason.toStdString()); });
 }
 
 /// Names for screen readers, and the key texts of the tool bar as the names of its buttons.
@@ -89,46 +95,71 @@ void frmMain::describeForAssistance() {
     m_ui->mnuBar->setAccessibleName(tr("Menus"));
 }
 
+// Commands ------------------------------------------------------------------------------------------------------------
+
 void frmMain::connectCommands(MainCommands commands) {
     m_commands = std::make_unique<MainCommands>(std::move(commands));
-    QSet<const QAction*> built;
-    const auto on = [&](std::initializer_list<QAction*> actions, const auto& command) {
-        for (QAction* action : actions) {
-            connect(action, &QAction::triggered, this, command);
-            built.insert(action);
-        }
-    };
+    m_graphs->offerPictures(m_commands->dialogs, m_commands->messages);
+    connectFileAndDataCommands();
+    connectViewCommands();
+    connectOptions();
+    disableUnbuiltCommands();
+}
+
+void frmMain::on(std::initializer_list<QAction*> actions, const std::function<void()>& command) {
+    for (QAction* action : actions) {
+        connect(action, &QAction::triggered, this, command);
+        m_built.insert(action);
+    }
+}
+
+void frmMain::connectFileAndDataCommands() {
     RunController& run = m_commands->run;
     SaveCommands& save = m_commands->save;
-    SetupCommands& setup = m_commands->setup;
-
     on({m_ui->mnuSave, m_ui->tbSave}, [this, &save] { saveWith([&save] { save.mnuSave_Click(); }); });
     on({m_ui->mnuSaveAs, m_ui->tbSaveAs}, [this, &save] { saveWith([&save] { save.mnuSaveAs_Click(); }); });
     on({m_ui->mnuExit}, [this] { mnuExit_Click(); });
 
-    on({m_ui->mnuLastTrial}, [this](bool shown) { mnuLastTrial_Click(shown); });
-    on({m_ui->mnuAveragedTrials}, [this](bool shown) { mnuAveragedTrials_Click(shown); });
-
     on({m_ui->mnuAcquire, m_ui->tbCollect}, [&run] { run.Collect(); });
+    on({m_ui->mnuRealTime, m_ui->tbRealtime}, [&run] { run.mnuRealTime_Click(); });
     on({m_ui->tbStop}, [&run] { run.Stop(); });
     on({m_ui->mnuClearAverage}, [&run] { run.mnuClearAverage_Click(); });
     connect(m_waiting, &frmWaiting::stopRequested, this, [&run] { run.Stop(); });
+}
 
+void frmMain::connectViewCommands() {
+    on({m_ui->mnuLastTrial}, [this] { mnuLastTrial_Click(); });
+    on({m_ui->mnuAveragedTrials}, [this] { mnuAveragedTrials_Click(); });
+    on({m_ui->mnuLegend, m_ui->tbLegend}, [this] { mnuLegend_Click(); });
+    connect(m_legend, &frmLegend::Form_Unload, this, &frmMain::frmLegend_Unload);
+
+    on({m_ui->mnuScale}, [this] { mnuScale_Click(); });
+    on({m_ui->mnuResetScale}, [this] { mnuResetScale_Click(); });
+    on({m_ui->mnuMouseZooms}, [this] { m_graphs->zoom(&ZoomCommands::mnuMouseZooms_Click); });
+    on({m_ui->mnuMousePans}, [this] { m_graphs->zoom(&ZoomCommands::mnuMousePans_Click); });
+    on({m_ui->mnuZooms}, [this] { m_graphs->zoom(&ZoomCommands::mnuZooms_Click); });
+    on({m_ui->tbZoom}, [this] { m_graphs->zoom(&ZoomCommands::tbZoom_Click); });
+    on({m_ui->tbPan}, [this] { m_graphs->zoom(&ZoomCommands::tbPan_Click); });
+    on({m_ui->tbReset}, [this] { tbReset_Click(); });
+    connect(m_graphs, &GraphsPanel::zoomStateChanged, this, &frmMain::showZoomState);
+}
+
+void frmMain::connectOptions() {
     const std::array options{m_ui->mnuOption_0, m_ui->mnuOption_1, m_ui->mnuOption_2, m_ui->mnuOption_3,
                              m_ui->mnuOption_4};
     for (std::size_t index = 0; index < options.size(); ++index)
-        on({options[index]}, [this, index](bool checked) { mnuOption_Click(static_cast<int>(index), checked); });
-    on({m_ui->mnuOption_6}, [&setup] { setup.SaveSetup(); });
-    on({m_ui->mnuAutosaveWithoutAsking}, [this](bool checked) { m_state.autosaveWithoutAsking = checked; });
-
-    disableAllBut(built);
+        on({options[index]},
+           [this, index, option = options[index]] { mnuOption_Click(static_cast<int>(index), option->isChecked()); });
+    on({m_ui->mnuOption_6}, [this] { m_commands->setup.SaveSetup(); });
+    on({m_ui->mnuAutosaveWithoutAsking},
+       [this] { m_state.autosaveWithoutAsking = m_ui->mnuAutosaveWithoutAsking->isChecked(); });
 }
 
 /// Commands that this version does not have yet cannot be chosen and say why.
-void frmMain::disableAllBut(const QSet<const QAction*>& built) {
+void frmMain::disableUnbuiltCommands() {
     const QString reason = tr("not in this version yet");
     for (QAction* action : findChildren<QAction*>()) {
-        if (action->menu() != nullptr || action->isSeparator() || built.contains(action)) continue;
+        if (action->menu() != nullptr || action->isSeparator() || m_built.contains(action)) continue;
         const QString tip = QStringLiteral("%1 (%2)").arg(action->toolTip(), reason);
         action->setEnabled(false);
         action->setToolTip(tip);
@@ -143,6 +174,10 @@ void frmMain::showStartUp(int spreadsheetItem) {
     m_ui->mnuAutosaveWithoutAsking->setChecked(m_state.autosaveWithoutAsking);
     const std::array items{m_ui->mnuSpreadsheet_0, m_ui->mnuSpreadsheet_1, m_ui->mnuSpreadsheet_2};
     items[static_cast<std::size_t>(spreadsheetItem)]->setChecked(true);
+    m_ui->mnuLastTrial->setChecked(m_state.flags.ShowLastTrial);
+    m_ui->mnuAveragedTrials->setChecked(m_state.flags.ShowAveragedTrials);
+    setMinimumSize(size()); // as it is before it is maximised
+    showZoomState();
     RedrawTrials();
     UpdateMenus();
 }
@@ -190,7 +225,19 @@ void frmMain::showProgress(const std::optional<AnalogProgress>& progress) {
 }
 
 void frmMain::RedrawTrials() {
-    m_graphs->RedrawTrials(m_state);
+    m_graphs->RedrawTrials();
+}
+
+void frmMain::beginRealTime(double windowSeconds) {
+    m_graphs->beginRealTime(windowSeconds);
+}
+
+void frmMain::showRealTime(const TrialData& block, double sampleIntervalSeconds) {
+    m_graphs->showRealTime(block, sampleIntervalSeconds);
+}
+
+void frmMain::endRealTime() {
+    m_graphs->endRealTime();
 }
 
 void frmMain::UpdateMenus() {
@@ -200,6 +247,7 @@ void frmMain::UpdateMenus() {
     m_ui->mnuExport->setEnabled(menus.dataCommands);
     m_ui->tbSave->setEnabled(menus.dataCommands);
     m_ui->tbSaveAs->setEnabled(menus.dataCommands);
+    m_ui->tbZoom->setEnabled(menus.dataCommands);
     m_ui->mnuExportOverlay->setEnabled(menus.overlayCommands);
     m_ui->mnuLegend->setChecked(menus.legendChecked);
     setStatusText("Ready");
@@ -252,13 +300,72 @@ void frmMain::saveWith(const std::function<void()>& command) {
     command();
 }
 
-void frmMain::mnuLastTrial_Click(bool shown) {
-    m_ui->cwGLast->setVisible(shown);
+// The view
+// -------------------------------------------------------------------------------------------------------------
+
+void frmMain::mnuLastTrial_Click() {
+    bool& shown = m_state.flags.ShowLastTrial;
+    shown = !shown;
+    m_ui->mnuLastTrial->setChecked(shown);
+    m_graphs->Form_Resize();
 }
 
-void frmMain::mnuAveragedTrials_Click(bool shown) {
-    m_ui->cwGAvg->setVisible(shown);
+void frmMain::mnuAveragedTrials_Click() {
+    bool& shown = m_state.flags.ShowAveragedTrials;
+    shown = !shown;
+    m_ui->mnuAveragedTrials->setChecked(shown);
+    m_graphs->Form_Resize();
 }
+
+void frmMain::mnuLegend_Click() {
+    bool& shown = m_state.flags.LegendShown;
+    m_legend->setVisible(!shown);
+    m_ui->tbLegend->setChecked(!shown);
+    shown = !shown;
+    m_ui->mnuLegend->setChecked(shown);
+}
+
+/// The user closed the legend. The flag stays, so the next command only turns it back and the one after it shows the
+/// legend again.
+void frmMain::frmLegend_Unload() {
+    m_ui->tbLegend->setChecked(false);
+    m_ui->mnuLegend->setChecked(false);
+}
+
+void frmMain::mnuScale_Click() {
+    m_graphs->zoom([this](ZoomCommands& commands) {
+        frmScale(m_state.settings, m_graphs->controls(), commands, this).exec();
+        return Result<void>();
+    });
+}
+
+void frmMain::mnuResetScale_Click() {
+    m_graphs->zoom([this](ZoomCommands&) { return m_graphs->mnuResetScale_Click(); });
+}
+
+void frmMain::tbReset_Click() {
+    m_graphs->zoom([this](ZoomCommands& commands) {
+        return commands.tbReset_Click([this] { return m_graphs->mnuResetScale_Click(); });
+    });
+}
+
+void frmMain::showZoomState() {
+    const ZoomState& zoom = m_graphs->zoomState();
+    m_ui->mnuMouseZooms->setChecked(zoom.MouseZooms);
+    m_ui->mnuMousePans->setChecked(zoom.MousePans);
+    m_ui->mnuMousePans->setEnabled(zoom.MouseZooms);
+    m_ui->mnuZooms->setChecked(zoom.zoomsArea);
+    m_ui->tbPan->setEnabled(zoom.panButtonEnabled);
+}
+
+void frmMain::keyPressEvent(QKeyEvent* event) {
+    const auto shortcutKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if ((event->modifiers() & shortcutKeys) != 0 || !m_graphs->keyPressed(event->key()))
+        QMainWindow::keyPressEvent(event);
+}
+
+// Exit
+// -----------------------------------------------------------------------------------------------------------------
 
 /// A collection in progress is stopped first, with its own question; then the exit routine asks and stores.
 bool frmMain::mayExit() {

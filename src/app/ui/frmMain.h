@@ -3,11 +3,14 @@
 #include "acquisition/RunView.h"
 #include "acquisition/records/ProgramState.h"
 #include "files/SaveCommands.h"
+#include "platform/FileDialogs.h"
+#include "platform/Messages.h"
 
 #include <QMainWindow>
 #include <QSet>
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 
 class QAction;
@@ -20,9 +23,10 @@ class frmMain;
 
 namespace tavex2 {
 
+class GraphsPanel;
 class RunController;
 class SetupCommands;
-class TrialGraphs;
+class frmLegend;
 class frmWaiting;
 
 /// The commands behind the main window's menus and buttons. The window calls them; none is null.
@@ -30,6 +34,8 @@ struct MainCommands {
     RunController& run;
     SaveCommands& save;
     SetupCommands& setup;
+    FileDialogs& dialogs;
+    Messages& messages;
     std::function<std::string()> deviceDescription; ///< "Device: " and the selected board
     std::function<bool()> prepareExit;              ///< asks and stores; False keeps the program running
 };
@@ -55,6 +61,9 @@ class frmMain final : public QMainWindow, public RunView, public SaveView {
     void setStopEnabled(bool enabled) override;
     void setWaitingShown(bool shown) override;
     void showProgress(const std::optional<AnalogProgress>& progress) override;
+    void beginRealTime(double windowSeconds) override;
+    void showRealTime(const TrialData& block, double sampleIntervalSeconds) override;
+    void endRealTime() override;
     void RedrawTrials() override;
     void UpdateMenus() override;
     void UpdateCaption() override;
@@ -64,25 +73,41 @@ class frmMain final : public QMainWindow, public RunView, public SaveView {
   protected:
     /// The close box runs the same routine as Exit.
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
+    void addStatusPanels();
     void describeForAssistance();
-    void disableAllBut(const QSet<const QAction*>& built);
+    void on(std::initializer_list<QAction*> actions, const std::function<void()>& command);
+    void connectFileAndDataCommands();
+    void connectViewCommands();
+    void connectOptions();
+    void disableUnbuiltCommands();
+
     void mnuExit_Click();
     void saveWith(const std::function<void()>& command);
     void mnuOption_Click(int index, bool checked);
-    void mnuLastTrial_Click(bool shown);
-    void mnuAveragedTrials_Click(bool shown);
+    void mnuLastTrial_Click();
+    void mnuAveragedTrials_Click();
+    void mnuLegend_Click();
+    void frmLegend_Unload();
+    void mnuScale_Click();
+    void mnuResetScale_Click();
+    void tbReset_Click();
+    void showZoomState();
     bool mayExit();
 
     ProgramState& m_state;
     std::unique_ptr<Ui::frmMain> m_ui;
     std::unique_ptr<MainCommands> m_commands;
-    std::unique_ptr<TrialGraphs> m_graphs;
+    GraphsPanel* m_graphs;
     frmWaiting* m_waiting;
+    frmLegend* m_legend;
     QLabel* m_statusPanel;
+    QLabel* m_pointerPanel;
     QLabel* m_devicePanel;
     QProgressBar* m_progress;
+    QSet<const QAction*> m_built; ///< commands that this version has
     bool m_busyPointer = false;
     bool m_exiting = false;
 };

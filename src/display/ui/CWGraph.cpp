@@ -4,8 +4,13 @@
 #include "display/ui/GraphAxis.h"
 #include "display/ui/TracePlottable.h"
 
-#include <QEvent>
+#include <QContextMenuEvent>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <utility>
 
 namespace tavex2 {
 
@@ -13,6 +18,11 @@ namespace {
 
 constexpr QColor gridColour(0xDC, 0xDC, 0xDC);
 constexpr QColor hintColour(0x6E, 0x6E, 0x6E);
+
+// Tracking modes in which the library itself follows the mouse, and the one that reports to the program.
+constexpr int modeEvents = 1;
+constexpr int modePan = 3;
+constexpr int modeZoomArea = 6;
 
 QString rangeText(double from, double to, const char* unit) {
     return QStringLiteral("%1 to %2 %3")
@@ -23,7 +33,7 @@ QString rangeText(double from, double to, const char* unit) {
 
 CWGraph::CWGraph(QWidget* parent)
     : QCustomPlot(parent), m_timeAxis(new GraphAxis(xAxis)), m_voltageAxis(new GraphAxis(yAxis)),
-      m_emptyText(new QCPItemText(this)) {
+      m_emptyText(new QCPItemText(this)), m_note(new QCPItemText(this)) {
     setFocusPolicy(Qt::StrongFocus);
     for (int position = 0; position < traceColourCount; ++position)
         m_plots.push_back(new TracePlottable(xAxis, yAxis, position));
@@ -47,19 +57,26 @@ CWGraph::CWGraph(QWidget* parent)
     }
     xAxis->grid()->setZeroLinePen(Qt::NoPen);
 
-    m_emptyText->setSelectable(false);
+    for (QCPItemText* text : {m_emptyText, m_note}) {
+        text->setSelectable(false);
+        text->position->setType(QCPItemPosition::ptAxisRectRatio);
+        text->setColor(hintColour);
+        text->setBrush(QBrush(Qt::white));
+        text->setPadding(QMargins(8, 4, 8, 4));
+        text->setText(QString());
+    }
     m_emptyText->setPositionAlignment(Qt::AlignCenter);
-    m_emptyText->position->setType(QCPItemPosition::ptAxisRectRatio);
     m_emptyText->position->setCoords(0.5, 0.5);
-    m_emptyText->setColor(hintColour);
-    m_emptyText->setBrush(QBrush(Qt::white));
-    m_emptyText->setPadding(QMargins(8, 4, 8, 4));
-    m_emptyText->setText(QString());
+    m_note->setPositionAlignment(Qt::AlignTop | Qt::AlignRight);
+    m_note->position->setCoords(0.995, 0.015);
+    m_note->setPen(QPen(hintColour));
 
     m_timeAxis->setLimits(0, 1);
     m_voltageAxis->setLimits(-10, 10);
-    connect(m_timeAxis, &GraphAxis::changed, this, &CWGraph::showChange);
-    connect(m_voltageAxis, &GraphAxis::changed, this, &CWGraph::showChange);
+    for (const GraphAxis* each : {m_timeAxis, m_voltageAxis}) {
+        connect(each, &GraphAxis::changed, this, &CWGraph::showChange);
+        connect(each, &GraphAxis::dragged, this, &CWGraph::viewDragged);
+    }
     applyPalette();
     showChange();
 }
@@ -149,6 +166,10 @@ void CWGraph::setAxisCaption(Axis which, const QString& caption) {
     showChange();
 }
 
+void CWGraph::setAxisCaption(Axis which, const std::string& caption) {
+    setAxisCaption(which, QString::fromStdString(caption));
+}
+
 QString CWGraph::labelScaleExpression(Axis which) const {
     return axis(which).labelScaleExpression();
 }
@@ -157,12 +178,25 @@ void CWGraph::setLabelScaleExpression(Axis which, const QString& expression) {
     axis(which).setLabelScaleExpression(expression);
 }
 
+void CWGraph::setLabelScaleExpression(Axis which, const std::string& expression) {
+    setLabelScaleExpression(which, QString::fromStdString(expression));
+}
+
 QString CWGraph::emptyText() const {
     return m_emptyText->text();
 }
 
 void CWGraph::setEmptyText(const QString& text) {
     m_emptyText->setText(text);
+    showChange();
+}
+
+QString CWGraph::note() const {
+    return m_note->text();
+}
+
+void CWGraph::setNote(const QString& text) {
+    m_note->setText(text);
     showChange();
 }
 
@@ -183,11 +217,12 @@ QString CWGraph::description() const {
     const int channels = m_pyramid->channels();
     const AxisRange time = plottedTime();
     const Extent volts = plottedVolts();
-    QString text = subject + QStringLiteral("%1 %2 of %3 samples, time %4")
-                                 .arg(channels)
-                                 .arg(channels == 1 ? QStringLiteral("channel") : QStringLiteral("channels"))
-                                 .arg(m_pyramid->samples())
-                                 .arg(rangeText(time.minimum, time.maximum, "s"));
+    QString text = subject + (note().isEmpty() ? QString() : note() + QStringLiteral(": ")) +
+                   QStringLiteral("%1 %2 of %3 samples, time %4")
+                       .arg(channels)
+                       .arg(channels == 1 ? QStringLiteral("channel") : QStringLiteral("channels"))
+                       .arg(m_pyramid->samples())
+                       .arg(rangeText(time.minimum, time.maximum, "s"));
     if (!volts.empty()) text += QStringLiteral(", voltage ") + rangeText(volts.lowest, volts.highest, "V");
     const bool partly = xMinimum() > time.minimum || xMaximum() < time.maximum ||
                         (!volts.empty() && (yMinimum() > volts.lowest || yMaximum() < volts.highest));
@@ -199,9 +234,118 @@ QString CWGraph::description() const {
 
 void CWGraph::showChange() {
     m_emptyText->setVisible(!m_pyramid && !emptyText().isEmpty());
+    m_note->setVisible(!note().isEmpty());
     setAccessibleDescription(description());
     replot(rpQueuedReplot);
 }
+
+// Mouse ---------------------------------------------------------------------------------------------------------------
+
+void CWGraph::setTrackMode(int mode) {
+    m_trackMode = mode;
+    setInteraction(QCP::iRangeDrag, mode == modePan);
+    setSelectionRectMode(mode == modeZoomArea ? QCP::srmZoom : QCP::srmNone);
+    switch (mode) {
+    case modeEvents:
+        setCursor(Qt::PointingHandCursor);
+        break;
+    case modePan:
+        setCursor(Qt::OpenHandCursor);
+        break;
+    case modeZoomArea:
+        setCursor(Qt::CrossCursor);
+        break;
+    default:
+        unsetCursor();
+    }
+}
+
+/// With Shift the right button asks for the menu instead of zooming.
+bool CWGraph::reportsEvents(Qt::KeyboardModifiers modifiers) const {
+    return isEnabled() && m_trackMode == modeEvents && !modifiers.testFlag(Qt::ShiftModifier);
+}
+
+QPointF CWGraph::insideView(const QPointF& place) const {
+    const QRectF area = axisRect()->rect();
+    return {std::clamp(place.x(), area.left(), area.right()), std::clamp(place.y(), area.top(), area.bottom())};
+}
+
+void CWGraph::reportPointer(const QPointF& place) {
+    if (axisRect()->rect().contains(place.toPoint()))
+        Q_EMIT pointerAt(timeAt(place), voltsAt(place));
+    else
+        Q_EMIT pointerLeft();
+}
+
+/// Sees what a disabled widget is not told any more.
+bool CWGraph::event(QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseMove:
+        reportPointer(static_cast<QMouseEvent*>(event)->position());
+        break;
+    case QEvent::Leave:
+        Q_EMIT pointerLeft();
+        break;
+    case QEvent::EnabledChange:
+    case QEvent::WindowDeactivate: // the release will not come, or go to another window
+        endPress(0, axisRect()->center());
+        break;
+    case QEvent::ContextMenu: {
+        const auto* asked = static_cast<QContextMenuEvent*>(event);
+        if (asked->reason() != QContextMenuEvent::Mouse || !reportsEvents(asked->modifiers()))
+            Q_EMIT menuRequested(asked->globalPos());
+        event->accept();
+        return true;
+    }
+    default:
+        break;
+    }
+    return QCustomPlot::event(event);
+}
+
+void CWGraph::mousePressEvent(QMouseEvent* event) {
+    if (m_trackMode == modePan || m_trackMode == modeZoomArea) {
+        if (event->button() == Qt::LeftButton) QCustomPlot::mousePressEvent(event);
+        return;
+    }
+    if (!reportsEvents(event->modifiers()) || !axisRect()->rect().contains(event->position().toPoint())) return;
+    m_pressReported = true;
+    Q_EMIT mouseDown(static_cast<int>(event->button()), timeAt(event->position()), voltsAt(event->position()));
+}
+
+void CWGraph::mouseMoveEvent(QMouseEvent* event) {
+    if (m_pressReported) {
+        const QPointF place = insideView(event->position());
+        Q_EMIT mouseMoved(static_cast<int>(event->buttons()), timeAt(place), voltsAt(place));
+    } else {
+        QCustomPlot::mouseMoveEvent(event);
+    }
+}
+
+void CWGraph::mouseReleaseEvent(QMouseEvent* event) {
+    if (m_pressReported)
+        endPress(static_cast<int>(event->button()), insideView(event->position()));
+    else
+        QCustomPlot::mouseReleaseEvent(event);
+}
+
+void CWGraph::endPress(int button, const QPointF& place) {
+    if (std::exchange(m_pressReported, false)) Q_EMIT mouseUp(button, timeAt(place), voltsAt(place));
+}
+
+void CWGraph::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) Q_EMIT doubleClicked();
+}
+
+void CWGraph::wheelEvent(QWheelEvent* event) {
+    constexpr double eighthsOfADegree = 120; // of one notch
+    const QPointF place = insideView(event->position());
+    const double notches = event->angleDelta().y() / eighthsOfADegree;
+    if (notches != 0) Q_EMIT wheelTurned(notches, timeAt(place), voltsAt(place));
+    event->accept();
+}
+
+// Appearance ----------------------------------------------------------------------------------------------------------
 
 void CWGraph::changeEvent(QEvent* event) {
     QCustomPlot::changeEvent(event);
@@ -220,7 +364,8 @@ void CWGraph::applyPalette() {
         each->setStyle(text, font());
     for (QCPAxis* opposite : {xAxis2, yAxis2})
         opposite->setBasePen(QPen(text));
-    m_emptyText->setFont(font());
+    for (QCPItemText* each : {m_emptyText, m_note})
+        each->setFont(font());
 
     // Numbers of usual width leave the plot areas of graphs above each other aligned.
     const QFontMetrics metrics(font());

@@ -2,6 +2,7 @@
 
 #include "acquisition/records/TrialBuffers.h"
 #include "display/AxisRange.h"
+#include "display/GraphControl.h"
 #include "display/TrialPyramid.h"
 #include "display/ui/QCustomPlotLibrary.h"
 
@@ -18,9 +19,10 @@ class TracePlottable;
 /// The graph control: traces of a trial over time (seconds) and voltage (volts).
 ///
 /// The plot area is white under every palette, because the first trace is black; all around it follows the palette and
-/// looks the same while the graph is disabled. Changes show at the next turn of the event loop, properties at once.
-/// Lives on the user-interface thread; TrialGraphs fills the three of the main window.
-class CWGraph : public QCustomPlot {
+/// looks the same while the graph is disabled, which only takes the mouse away: the pointer is still reported and the
+/// context menu still asked for. Changes show at the next turn of the event loop, properties at once. Lives on the
+/// user-interface thread; TrialGraphs fills the three of the main window, GraphMouse listens to them.
+class CWGraph : public QCustomPlot, public GraphControl {
     Q_OBJECT
     Q_PROPERTY(double xMinimum READ xMinimum WRITE setXMinimum)
     Q_PROPERTY(double xMaximum READ xMaximum WRITE setXMaximum)
@@ -32,9 +34,6 @@ class CWGraph : public QCustomPlot {
     Q_PROPERTY(int plotCount READ plotCount)
 
   public:
-    /// The axes by their numbers: "XAxis" and "YAxis-1".
-    enum class Axis { Time = 1, Voltage = 2 };
-
     explicit CWGraph(QWidget* parent = nullptr);
     ~CWGraph() override;
 
@@ -51,30 +50,41 @@ class CWGraph : public QCustomPlot {
     /// Number of traces shown.
     int plotCount() const;
 
-    double axisMinimum(Axis axis) const;
-    double axisMaximum(Axis axis) const;
-    void setAxisMinimum(Axis axis, double minimum);
-    void setAxisMaximum(Axis axis, double maximum);
-    /// Limits are taken as they are, the wrong way round and without extent too; values that are no finite number are
-    /// ignored.
-    void setAxisRange(Axis axis, double minimum, double maximum);
+    double axisMinimum(Axis axis) const override;
+    double axisMaximum(Axis axis) const override;
+    void setAxisMinimum(Axis axis, double minimum) override;
+    void setAxisMaximum(Axis axis, double maximum) override;
+    /// Values that are no finite number are ignored.
+    void setAxisRange(Axis axis, double minimum, double maximum) override;
 
-    /// With autoscaling on the axis rescales itself whenever something is plotted. Off at first.
-    void setAutoScale(Axis axis, bool on);
+    /// Off at first.
+    void setAutoScale(Axis axis, bool on) override;
     bool autoScale(Axis axis) const;
-    /// Fits the axis to the plotted data; without data it stays.
-    void rescaleOnce(Axis axis);
+    void rescaleOnce(Axis axis) override;
 
     QString axisCaption(Axis axis) const;
     void setAxisCaption(Axis axis, const QString& caption);
+    void setAxisCaption(Axis axis, const std::string& caption) override;
 
-    /// Only the numbers at the ticks are scaled: "" and "*1" show them as they are, "*1000" a thousand times.
     QString labelScaleExpression(Axis axis) const;
     void setLabelScaleExpression(Axis axis, const QString& expression);
+    void setLabelScaleExpression(Axis axis, const std::string& expression) override;
 
     /// Text in the middle of a graph that shows nothing.
     QString emptyText() const;
     void setEmptyText(const QString& text);
+
+    /// Text in the upper right corner of the plot area, over the traces; empty for none.
+    QString note() const;
+    void setNote(const QString& text);
+
+    /// A place in the widget as seconds and volts.
+    double timeAt(const QPointF& place) const { return xAxis->pixelToCoord(place.x()); }
+    double voltsAt(const QPointF& place) const { return yAxis->pixelToCoord(place.y()); }
+
+    /// The traces as they are drawn: seconds between samples, and what each value is multiplied by.
+    double sampleIntervalSeconds() const { return m_sampleIntervalSeconds; }
+    double valueFactor() const { return m_valueFactor; }
 
     double xMinimum() const { return axisMinimum(Axis::Time); }
     double xMaximum() const { return axisMaximum(Axis::Time); }
@@ -89,11 +99,39 @@ class CWGraph : public QCustomPlot {
     void setXCaption(const QString& caption) { setAxisCaption(Axis::Time, caption); }
     void setYCaption(const QString& caption) { setAxisCaption(Axis::Voltage, caption); }
 
-    /// The mouse-tracking mode, a number of the graph control.
+    /// The mouse-tracking mode: 0 the mouse does nothing, 1 its events are reported, 3 dragging pans the plot area, 6
+    /// dragging a rectangle zooms into it. Without effect while the graph is disabled.
     int trackMode() const { return m_trackMode; }
-    void setTrackMode(int mode) { m_trackMode = mode; }
+    void setTrackMode(int mode);
+
+  Q_SIGNALS:
+    /// Tracking mode 1: a button (1 left, 2 right, 4 middle) was pressed or released inside the plot area, or the
+    /// pointer moved with `buttons` held; x in seconds, y in volts, kept inside the view.
+    void mouseDown(int button, double x, double y);
+    void mouseMoved(int buttons, double x, double y);
+    void mouseUp(int button, double x, double y);
+
+    /// The user dragged the view or zoomed into a rectangle.
+    void viewDragged();
+    /// The wheel was turned by so many notches, away from the user above 0.
+    void wheelTurned(double notches, double x, double y);
+    void doubleClicked();
+
+    /// The pointer is over the plot area, also while the graph is disabled; or it has left it.
+    void pointerAt(double x, double y);
+    void pointerLeft();
+
+    /// The context menu was asked for by key, or by the right button where that does not zoom (with Shift it never
+    /// does).
+    void menuRequested(const QPoint& globalPosition);
 
   protected:
+    bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
@@ -104,15 +142,21 @@ class CWGraph : public QCustomPlot {
     QString description() const;
     void showChange();
     void applyPalette();
+    bool reportsEvents(Qt::KeyboardModifiers modifiers) const;
+    QPointF insideView(const QPointF& place) const;
+    void reportPointer(const QPointF& place);
+    void endPress(int button, const QPointF& place);
 
     GraphAxis* m_timeAxis;
     GraphAxis* m_voltageAxis;
     std::vector<TracePlottable*> m_plots; ///< owned by the plot
     QCPItemText* m_emptyText;
+    QCPItemText* m_note;
     std::shared_ptr<const TrialPyramid> m_pyramid;
     double m_sampleIntervalSeconds = 1;
     double m_valueFactor = 1;
     int m_trackMode = 1;
+    bool m_pressReported = false; ///< the release is due, whatever the mode is by then
 };
 
 } // namespace tavex2

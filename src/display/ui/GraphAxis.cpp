@@ -32,6 +32,7 @@ void GraphAxis::takeRange(const QCPRange& range) {
     m_minimum = m_axis->rangeReversed() ? range.upper : range.lower;
     m_maximum = m_axis->rangeReversed() ? range.lower : range.upper;
     Q_EMIT changed();
+    Q_EMIT dragged();
 }
 
 void GraphAxis::setLabelScaleExpression(const QString& expression) {

@@ -42,6 +42,8 @@ class GraphAxis : public QObject {
   Q_SIGNALS:
     /// Limits, caption or label scale may have changed.
     void changed();
+    /// The user moved the axis.
+    void dragged();
 
   private:
     void takeRange(const QCPRange& range);

@@ -30,9 +30,9 @@ TrialGraphs::TrialGraphs(CWGraph& cwG, CWGraph& cwGLast, CWGraph& cwGAvg)
             QStringLiteral("Press Collect (Space)"));
     // Two blanks until the time unit is applied for the first time.
     prepare(cwGLast, QStringLiteral("Last Trial  (seconds)"), QStringLiteral("Last trial"),
-            QStringLiteral("No last trial yet"));
+            QStringLiteral("The trial before the current one"));
     prepare(cwGAvg, QStringLiteral("Saved Trials Average (seconds)"), QStringLiteral("Saved trials average"),
-            QStringLiteral("No trial saved yet"));
+            QStringLiteral("The average of the trials that you save"));
 }
 
 void TrialGraphs::RedrawTrials(const ProgramState& state) {
@@ -44,13 +44,17 @@ void TrialGraphs::RedrawTrials(const ProgramState& state) {
     const auto last = trials.LastTrial == trials.CurrentTrial ? current : pyramidOf(trials.LastTrial);
     const auto average = averaged ? pyramidOf(trials.AverageSum) : nullptr;
 
-    m_cwG.plot(current, sampleIntervalSeconds(trials.CurrentSettings));
+    const bool watching = state.flags.RealTimeMode;
+    if (!watching) {
+        m_cwG.plot(current, sampleIntervalSeconds(trials.CurrentSettings));
+        m_cwG.setNote(QString());
+    }
     m_cwGLast.plot(last, sampleIntervalSeconds(trials.LastSettings));
     m_cwGAvg.plot(average, sampleIntervalSeconds(trials.AverageSettings), averaged ? 1.0 / trials.AverageCount : 1.0);
 
     if (!state.settings.setup.DisplayAutoScale) return;
     for (CWGraph* graph : {&m_cwG, &m_cwGLast, &m_cwGAvg})
-        followData(*graph, state.settings.sampling);
+        if (graph != &m_cwG || !watching) followData(*graph, state.settings.sampling);
 }
 
 std::shared_ptr<const TrialPyramid> TrialGraphs::pyramidOf(const TrialData& trial) const {

@@ -14,7 +14,8 @@ class TrialGraphs {
 
     /// Shows the trials of the buffers. With DisplayAutoScale True the voltage axes are rescaled to the data and the
     /// time axes go from 0 to the extent of what each graph shows, or to the settings' Repeat x Duration on a graph
-    /// without a trial; otherwise the limits stay. Trials that are on a graph already are not read again.
+    /// without a trial; otherwise the limits stay. Trials that are on a graph already are not read again. The current
+    /// trial's graph is left to the real-time view while that runs.
     void RedrawTrials(const ProgramState& state);
 
   private:

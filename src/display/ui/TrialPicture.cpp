@@ -1,12 +1,9 @@
 #include "display/ui/TrialPicture.h"
 
-#include "base/PathText.h"
 #include "display/AxisRange.h"
-#include "display/ui/CWGraph.h"
+#include "display/ui/PaperGraph.h"
 
 #include <QFontMetrics>
-#include <QImageWriter>
-#include <QSaveFile>
 
 namespace tavex2 {
 
@@ -14,13 +11,6 @@ namespace {
 
 constexpr QSize smallest(200, 150);
 constexpr QSize largest(10000, 10000);
-
-QPalette paper() {
-    QPalette palette;
-    palette.setColor(QPalette::Window, Qt::white);
-    palette.setColor(QPalette::WindowText, Qt::black);
-    return palette;
-}
 
 void addTitle(CWGraph& graph, const QString& title) {
     if (title.isEmpty()) return;
@@ -61,11 +51,6 @@ void addLegend(CWGraph& graph, const QStringList& channelLabels, int height) {
     layout.setColumnStretchFactor(1, 0.001);
 }
 
-Error writeError(const std::filesystem::path& path, const QString& reason) {
-    return {ErrorKind::WriteFailed, "Cannot write the picture \"" + pathText(path) + "\": " + reason.toStdString() +
-                                        ". Choose a file in a folder that exists and can be written."};
-}
-
 } // namespace
 
 Result<void> renderTrialToPng(const TrialData& trial, const SamplingSettings& settings, const QString& title,
@@ -77,8 +62,8 @@ Result<void> renderTrialToPng(const TrialData& trial, const SamplingSettings& se
     if (!trial || trial->empty())
         return Error{ErrorKind::InvalidValue, "The trial holds no samples, so there is nothing to draw."};
 
-    CWGraph graph;
-    graph.setPalette(paper());
+    const std::unique_ptr<CWGraph> paper = graphOnPaper();
+    CWGraph& graph = *paper;
     graph.setAxisCaption(CWGraph::Axis::Time, QStringLiteral("Time (seconds)"));
     graph.setAxisCaption(CWGraph::Axis::Voltage, QStringLiteral("Voltage (volts)"));
     graph.plot(trial, sampleIntervalSeconds(settings));
@@ -87,12 +72,7 @@ Result<void> renderTrialToPng(const TrialData& trial, const SamplingSettings& se
     addTitle(graph, title);
     if (graph.plotCount() > 1) addLegend(graph, channelLabels, height);
 
-    QSaveFile file(QString::fromStdString(pathText(path)));
-    if (!file.open(QIODevice::WriteOnly)) return writeError(path, file.errorString());
-    QImageWriter writer(&file, "png");
-    if (!writer.write(graph.toPixmap(width, height).toImage())) return writeError(path, writer.errorString());
-    if (!file.commit()) return writeError(path, file.errorString());
-    return {};
+    return saveAsPng(graph, path, width, height);
 }
 
 } // namespace tavex2

@@ -1,0 +1,26 @@
+#include "display/ui/CenterForm.h"
+
+#include "display/WindowLayout.h"
+
+#include <QWidget>
+
+namespace tavex2 {
+
+double pixelsFromTwips(double twips, const QWidget& widget) {
+    return twips * widget.logicalDpiX() / twipsPerInch;
+}
+
+void CenterForm(QWidget* child, const QWidget* parent) {
+    if (child == nullptr || parent == nullptr || !child->isWindow() || !parent->isWindow()) return;
+    const double twipsPerPixel = 1 / pixelsFromTwips(1, *parent);
+    const QRect over = parent->frameGeometry();
+    const QSize size = child->frameSize();
+    const WindowCorner corner = centredOver({.left = over.x() * twipsPerPixel,
+                                             .top = over.y() * twipsPerPixel,
+                                             .width = over.width() * twipsPerPixel,
+                                             .height = over.height() * twipsPerPixel},
+                                            size.width() * twipsPerPixel, size.height() * twipsPerPixel);
+    child->move(qRound(corner.left / twipsPerPixel), qRound(corner.top / twipsPerPixel));
+}
+
+} // namespace tavex2

@@ -1,0 +1,126 @@
+#include "display/ui/GraphsPanel.h"
+
+#include "display/Scale.h"
+#include "display/WindowLayout.h"
+#include "display/ui/CenterForm.h"
+#include "platform/ChannelList.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace tavex2 {
+
+namespace {
+
+constexpr double marginTwips = 90; ///< around the graphs
+
+/// The number of the board's input at a position of the channel list; the position itself when the list does not tell.
+int channelAt(const SamplingSettings& sampling, int position) {
+    const auto channels = parseChannelList(sampling.Channels.trimmed(), std::numeric_limits<int>::max());
+    const auto index = static_cast<std::size_t>(position);
+    return channels && index < channels.value().size() ? channels.value()[index] : position;
+}
+
+} // namespace
+
+GraphsPanel::GraphsPanel(ProgramState& state, QWidget* parent)
+    : QWidget(parent), m_state(state), m_readout(state.settings.setup) {
+    m_cwG.setObjectName(QStringLiteral("cwG"));
+    m_cwGLast.setObjectName(QStringLiteral("cwGLast"));
+    m_cwGAvg.setObjectName(QStringLiteral("cwGAvg"));
+
+    watchPointer(m_cwG, m_state.trials.CurrentSettings);
+    watchPointer(m_cwGLast, m_state.trials.LastSettings);
+    watchPointer(m_cwGAvg, m_state.trials.AverageSettings);
+    connect(&m_readout, &PointerReadout::changed, this, &GraphsPanel::readoutChanged);
+    connect(&m_mouse, &GraphMouse::failed, this, &GraphsPanel::failed);
+    connect(&m_mouse, &GraphMouse::fullViewWanted, this,
+            [this] { zoom([this](ZoomCommands&) { return mnuResetScale_Click(); }); });
+}
+
+void GraphsPanel::watchPointer(CWGraph& graph, const SamplingSettings& sampling) {
+    m_readout.watch(graph, [this, &graph, &sampling](int position) {
+        const bool watching = &graph == &m_cwG && !graph.note().isEmpty();
+        return channelAt(watching ? m_state.settings.sampling : sampling, position);
+    });
+}
+
+void GraphsPanel::offerPictures(FileDialogs& dialogs, Messages& messages) {
+    m_pictures.emplace(dialogs, messages,
+                       [this] { return m_state.TrialName.empty() ? std::string("Graph") : m_state.TrialName; });
+    for (CWGraph* graph : {&m_cwG, &m_cwGLast, &m_cwGAvg})
+        m_pictures->serve(*graph);
+}
+
+void GraphsPanel::beginRealTime(double windowSeconds) {
+    m_realTime.begin(windowSeconds, m_state.settings.setup.DisplayAutoScale);
+}
+
+void GraphsPanel::showRealTime(const TrialData& block, double sampleIntervalSeconds) {
+    m_realTime.show(block, sampleIntervalSeconds);
+}
+
+void GraphsPanel::endRealTime() {
+    m_realTime.end();
+    if (hasCurrentTrial(m_state))
+        m_cwG.setNote(tr("Real time, not stored. Autoscale graphs (Ctrl+0) shows the trial again."));
+}
+
+Result<void> GraphsPanel::mnuResetScale_Click() {
+    if (!m_cwG.note().isEmpty() && hasCurrentTrial(m_state)) RedrawTrials();
+    return tavex2::mnuResetScale_Click(m_state.settings, controls());
+}
+
+void GraphsPanel::zoom(const std::function<Result<void>(ZoomCommands&)>& command) {
+    if (const Result<void> done = command(m_zoom); !done) Q_EMIT failed(QString::fromStdString(done.error().text));
+    m_mouse.showZoomState();
+    Q_EMIT zoomStateChanged();
+}
+
+void GraphsPanel::zoom(void (ZoomCommands::*command)()) {
+    zoom([command](ZoomCommands& commands) {
+        (commands.*command)();
+        return Result<void>();
+    });
+}
+
+// Layout --------------------------------------------------------------------------------------------------------------
+
+void GraphsPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    Form_Resize();
+}
+
+/// The layout reckons with the frame, menu and status bar of a window around the panel; these are outside here, so the
+/// room that it leaves for them is added first. Where the window is wider than its twips can say, the graphs fill it
+/// all the same.
+void GraphsPanel::Form_Resize() {
+    const StateFlags& flags = m_state.flags;
+    m_cwGLast.setVisible(flags.ShowLastTrial);
+    m_cwGAvg.setVisible(flags.ShowAveragedTrials);
+
+    const double twipsPerPixel = 1 / pixelsFromTwips(1, *this);
+    const double widthTwips = width() * twipsPerPixel - 2 * marginTwips;
+    const double heightTwips = height() * twipsPerPixel - 2 * marginTwips;
+    if (widthTwips < 1 || heightTwips < 1) return;
+    const GraphPlaces places = layoutGraphs({.width = widthTwips + marginTwips + roomBesideGraphs,
+                                             .height = heightTwips + marginTwips + roomBelowGraphs,
+                                             .left = marginTwips,
+                                             .top = marginTwips},
+                                            flags.ShowLastTrial, flags.ShowAveragedTrials);
+    const double lowest = std::max({places.cwG.bottom(), flags.ShowLastTrial ? places.cwGLast.bottom() : 0,
+                                    flags.ShowAveragedTrials ? places.cwGAvg.bottom() : 0});
+    const double across = widthTwips / places.cwG.width / twipsPerPixel;
+    const double down = heightTwips / (lowest - marginTwips) / twipsPerPixel;
+    const int margin = qRound(marginTwips / twipsPerPixel);
+    const auto place = [&](CWGraph& graph, const GraphPlace& at) {
+        const int top = margin + qRound((at.top - marginTwips) * down);
+        const int bottom = margin + qRound((at.bottom() - marginTwips) * down);
+        graph.setGeometry(margin, top, qRound(at.width * across), bottom - top);
+    };
+    place(m_cwG, places.cwG);
+    place(m_cwGLast, places.cwGLast);
+    place(m_cwGAvg, places.cwGAvg);
+}
+
+} // namespace tavex2

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "base/Result.h"
+#include "display/ui/CWGraph.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace tavex2 {
+
+/// A graph as it looks on paper, whatever the desktop's colours are. Never shown; drawn into pictures.
+std::unique_ptr<CWGraph> graphOnPaper();
+
+/// The same with what another graph shows: traces, limits, captions and units.
+std::unique_ptr<CWGraph> copyOnPaper(const CWGraph& shown);
+
+/// Draws a graph into a PNG file of so many pixels, times `scale` in each direction. An existing file is replaced only
+/// when the picture is complete. Error: WriteFailed with the system's reason.
+Result<void> saveAsPng(CWGraph& graph, const std::filesystem::path& path, int width, int height, double scale = 1);
+
+/// Draws a graph into a PDF file, a page of width x height pixels at 96 to the inch. Errors as for saveAsPng().
+Result<void> saveAsPdf(CWGraph& graph, const std::filesystem::path& path, int width, int height);
+
+} // namespace tavex2
