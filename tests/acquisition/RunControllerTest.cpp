@@ -291,14 +291,6 @@ TEST_F(RunControllerTest, ATrialThatIsCompleteBeforeTheStopQuestionIsAnsweredIsK
     }
 }
 
-TEST_F(RunControllerTest, StopInTheRealTimeViewAsksNothing) {
-    state.flags.RealTimeMode = true;
-    run.Stop();
-    EXPECT_THAT(messages.shown, IsEmpty());
-    EXPECT_FALSE(state.flags.RealTimeMode);
-    EXPECT_EQ(view.status, "Stopped");
-}
-
 TEST_F(RunControllerTest, ShowsTheWaitingWindowWhileATriggeredCollectionWaits) {
     state.flags.TriggerEnabled = true;
     state.settings.trigger.TriggerChannel = "1";

@@ -1,76 +1,14 @@
-#include "app/ui/WindowProgram.h"
-#include "app/ui/frmMain.h"
-#include "support/Fakes.h"
-#include "support/TemporaryFolder.h"
-#include "support/WindowTesting.h"
+#include "app/MainWindowFixture.h"
 
-#include <QAction>
-#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QToolBar>
-#include <QToolButton>
-#include <gmock/gmock.h>
 
 namespace tavex2::test {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The program on the simulated board, driven through its widgets.
-class MainWindowTest : public testing::Test {
-  protected:
-    MainWindowTest() : m_before(fs::current_path()) { store.values["Tavex2/Startup/Datadir"] = folder.path().string(); }
-    ~MainWindowTest() override {
-        m_program.reset();
-        fs::current_path(m_before);
-    }
-
-    void start(std::vector<std::string> settings = {"Duration=0.05", "DIOMask=0"},
-               const std::optional<std::string>& board = "simulator") {
-        auto program = WindowProgram::create({.board = board, .settings = std::move(settings)}, store);
-        ASSERT_TRUE(program) << program.error().text;
-        m_program = std::move(program).value();
-        m_program->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
-    }
-
-    frmMain& window() { return m_program->window(); }
-
-    template <class Widget>
-    Widget& child(const char* name) {
-        auto* found = window().findChild<Widget*>(QLatin1String(name));
-        if (found == nullptr) throw std::runtime_error(std::string("no control named ") + name);
-        return *found;
-    }
-    QAction& action(const char* name) { return child<QAction>(name); }
-    QToolButton& button(const char* key) { return child<QToolButton>(key); }
-    QString status() { return child<QLabel>("StatusPanel1").text(); }
-    int plots(const char* graph) { return child<QWidget>(graph).property("plotCount").toInt(); }
-
-    bool collected() {
-        return waitFor([this] { return !button("Stop").isEnabled(); });
-    }
-
-    void collect() {
-        button("Collect").click();
-        ASSERT_TRUE(collected());
-    }
-
-    void saveAs(const QString& name) {
-        WhenDialogOpens dialog("CommonDialog", [&](QWidget& shown) { enterFileName(shown, name); });
-        action("mnuSave").trigger();
-        ASSERT_TRUE(dialog.opened());
-    }
-
-    TemporaryFolder folder;
-    FakeSettingsStore store;
-
-  private:
-    fs::path m_before;
-    std::unique_ptr<WindowProgram> m_program;
-};
 
 TEST_F(MainWindowTest, OpensReadyWithThreeEmptyGraphsAndNothingToSave) {
     start();
@@ -96,9 +34,12 @@ TEST_F(MainWindowTest, EveryCommandHasANameATextAndATip) {
         if (each->isSeparator() || each->menu() != nullptr || each->text().isEmpty()) continue;
         EXPECT_FALSE(each->objectName().isEmpty()) << each->text().toStdString();
         EXPECT_FALSE(each->toolTip().isEmpty()) << each->objectName().toStdString();
-        const bool waitsForData =
-            each->objectName().contains(QLatin1String("Save")) || each->objectName() == QLatin1String("tbStop");
-        EXPECT_TRUE(each->isEnabled() || waitsForData || each->toolTip().contains(QLatin1String("not in this version")))
+        const QStringList waiting{QStringLiteral("tbStop"), QStringLiteral("tbZoom"), QStringLiteral("tbPan"),
+                                  QStringLiteral("mnuMousePans")};
+        const bool waitsForState =
+            each->objectName().contains(QLatin1String("Save")) || waiting.contains(each->objectName());
+        EXPECT_TRUE(each->isEnabled() || waitsForState ||
+                    each->toolTip().contains(QLatin1String("not in this version")))
             << each->objectName().toStdString();
     }
     QStringList keys;
@@ -271,16 +212,6 @@ TEST_F(MainWindowTest, ARefusedConfigurationLeavesTheWindowAsItWas) {
     ASSERT_TRUE(message.opened());
     EXPECT_EQ(status(), QStringLiteral("Ready"));
     EXPECT_FALSE(button("Stop").isEnabled());
-}
-
-TEST_F(MainWindowTest, TheViewMenuHidesAndShowsGraphs) {
-    start();
-    action("mnuLastTrial").trigger();
-    EXPECT_FALSE(child<QWidget>("cwGLast").isVisible());
-    action("mnuAveragedTrials").trigger();
-    EXPECT_FALSE(child<QWidget>("cwGAvg").isVisible());
-    action("mnuLastTrial").trigger();
-    EXPECT_TRUE(child<QWidget>("cwGLast").isVisible());
 }
 
 TEST_F(MainWindowTest, DebugModeCollectsNothingAndItsSaveIsHarmless) {

@@ -103,6 +103,7 @@ class FakeAnalogInput final : public CWAI {
     int configureCode = 0;
     int startCode = 0;
     int channelCount = 2;
+    std::function<void()> whenConfigured;
     std::function<void()> whenStarted;
 
     void selectDevice(int number) override { m_device = number; }
@@ -110,6 +111,7 @@ class FakeAnalogInput final : public CWAI {
     std::string deviceDescription() const override { return description; }
     int Configure() override {
         log.emplace_back("Configure");
+        if (whenConfigured) whenConfigured();
         return configureCode;
     }
     int Start() override {

@@ -236,6 +236,7 @@ void CWGraph::showChange() {
     m_emptyText->setVisible(!m_pyramid && !emptyText().isEmpty());
     m_note->setVisible(!note().isEmpty());
     setAccessibleDescription(description());
+    if (m_pointer) reportPointer();
     replot(rpQueuedReplot);
 }
 
@@ -270,9 +271,9 @@ QPointF CWGraph::insideView(const QPointF& place) const {
     return {std::clamp(place.x(), area.left(), area.right()), std::clamp(place.y(), area.top(), area.bottom())};
 }
 
-void CWGraph::reportPointer(const QPointF& place) {
-    if (axisRect()->rect().contains(place.toPoint()))
-        Q_EMIT pointerAt(timeAt(place), voltsAt(place));
+void CWGraph::reportPointer() {
+    if (m_pointer && axisRect()->rect().contains(m_pointer->toPoint()))
+        Q_EMIT pointerAt(timeAt(*m_pointer), voltsAt(*m_pointer));
     else
         Q_EMIT pointerLeft();
 }
@@ -281,10 +282,12 @@ void CWGraph::reportPointer(const QPointF& place) {
 bool CWGraph::event(QEvent* event) {
     switch (event->type()) {
     case QEvent::MouseMove:
-        reportPointer(static_cast<QMouseEvent*>(event)->position());
+        m_pointer = static_cast<QMouseEvent*>(event)->position();
+        reportPointer();
         break;
     case QEvent::Leave:
-        Q_EMIT pointerLeft();
+        m_pointer.reset();
+        reportPointer();
         break;
     case QEvent::EnabledChange:
     case QEvent::WindowDeactivate: // the release will not come, or go to another window

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tavex2 {
@@ -117,7 +118,8 @@ class CWGraph : public QCustomPlot, public GraphControl {
     void wheelTurned(double notches, double x, double y);
     void doubleClicked();
 
-    /// The pointer is over the plot area, also while the graph is disabled; or it has left it.
+    /// The pointer is over the plot area, also while the graph is disabled, or it has left it; again when what is shown
+    /// changes under it.
     void pointerAt(double x, double y);
     void pointerLeft();
 
@@ -144,7 +146,7 @@ class CWGraph : public QCustomPlot, public GraphControl {
     void applyPalette();
     bool reportsEvents(Qt::KeyboardModifiers modifiers) const;
     QPointF insideView(const QPointF& place) const;
-    void reportPointer(const QPointF& place);
+    void reportPointer();
     void endPress(int button, const QPointF& place);
 
     GraphAxis* m_timeAxis;
@@ -156,7 +158,8 @@ class CWGraph : public QCustomPlot, public GraphControl {
     double m_sampleIntervalSeconds = 1;
     double m_valueFactor = 1;
     int m_trackMode = 1;
-    bool m_pressReported = false; ///< the release is due, whatever the mode is by then
+    std::optional<QPointF> m_pointer; ///< where it is over the widget
+    bool m_pressReported = false;     ///< the release is due, whatever the mode is by then
 };
 
 } // namespace tavex2

@@ -40,7 +40,7 @@ class GraphMouse final : public QObject {
     CWGraph& m_cwG;
     std::array<CWGraph*, 3> m_graphs;
     ZoomCommands& m_zoom;
-    QTimer m_timer;
+    QTimer m_timer{this};
 };
 
 } // namespace tavex2

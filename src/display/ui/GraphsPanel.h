@@ -71,7 +71,7 @@ class GraphsPanel final : public QWidget {
     CWGraph m_cwGAvg{this};
     TrialGraphs m_trials{m_cwG, m_cwGLast, m_cwGAvg};
     ZoomCommands m_zoom{controls()};
-    GraphMouse m_mouse{m_cwG, m_cwGLast, m_cwGAvg, m_zoom};
+    GraphMouse m_mouse{m_cwG, m_cwGLast, m_cwGAvg, m_zoom, this};
     RealTimePlot m_realTime{m_cwG};
     PointerReadout m_readout;
     std::optional<GraphPictures> m_pictures;

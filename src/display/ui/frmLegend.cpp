@@ -55,7 +55,8 @@ frmLegend::frmLegend(QWidget* mainWindow) : QDialog(mainWindow, Qt::Tool | Qt::W
     }
     const SwatchPlace last = legendSwatch(traceColourCount - 1);
     const int margin = pixels(legendSwatch(0).left);
-    setFixedSize(pixels(last.left + last.width) + 3 + qRound(numberWidth) + margin / 2,
+    const int title = fontMetrics().horizontalAdvance(windowTitle()) * 4; // with room for a desktop's buttons
+    setFixedSize(std::max(pixels(last.left + last.width) + 3 + qRound(numberWidth) + margin / 2, title),
                  pixels(last.top + last.height) + margin);
 }
 

@@ -2,8 +2,10 @@
 
 #include "base/NumberFormat.h"
 
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QStyleOptionSpinBox>
+#include <QToolTip>
 
 #include <cmath>
 
@@ -68,6 +70,14 @@ void CWNumEdit::takeText(const QString& text) {
 
 void CWNumEdit::showValue() {
     lineEdit()->setText(hasFocus() ? plainText(m_value) : QString::fromStdString(formatNumber(m_value, m_format)));
+}
+
+bool CWNumEdit::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QAbstractSpinBox::event(event);
+    const QString number = tr("Value: %1").arg(plainText(m_value));
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                       toolTip().isEmpty() ? number : toolTip() + QLatin1Char('\n') + number, this);
+    return true;
 }
 
 void CWNumEdit::focusInEvent(QFocusEvent* event) {

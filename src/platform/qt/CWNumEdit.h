@@ -33,6 +33,7 @@ class CWNumEdit final : public QAbstractSpinBox {
 
   protected:
     StepEnabled stepEnabled() const override { return StepUpEnabled | StepDownEnabled; }
+    bool event(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
