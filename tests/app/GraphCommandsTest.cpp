@@ -60,6 +60,20 @@ TEST_F(GraphCommandsTest, StartsWithTheMouseOffAndPanningUnavailable) {
     EXPECT_EQ(timeSpan(cwG()), before);
 }
 
+TEST_F(GraphCommandsTest, NoGraphLooksChosenUntilTheUserChoseOne) {
+    start();
+    const auto chosen = [this] {
+        return cwG().hasFocus() || graph("cwGLast").hasFocus() || graph("cwGAvg").hasFocus();
+    };
+    EXPECT_FALSE(chosen());
+    QTest::keyClick(&window(), Qt::Key_Tab);
+    EXPECT_TRUE(graph("cwGLast").hasFocus());
+    action("mnuMouseZooms").trigger();
+    cwG().setFocus();
+    action("mnuMouseZooms").trigger();
+    EXPECT_FALSE(chosen());
+}
+
 TEST_F(GraphCommandsTest, TheZoomButtonWaitsForATrial) {
     start();
     EXPECT_FALSE(button("Zoom").isEnabled());

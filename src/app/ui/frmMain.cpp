@@ -57,6 +57,7 @@ frmMain::frmMain(ProgramState& state)
     useIcons();
     m_ui->setupUi(this);
     setCentralWidget(m_graphs);
+    m_graphs->setFocus(); // no graph looks chosen before the user chose one
     resize(size().boundedTo(screen()->availableSize() * 9 / 10)); // a small or strongly magnified screen
     addStatusPanels();
     describeForAssistance();

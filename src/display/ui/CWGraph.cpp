@@ -70,6 +70,7 @@ CWGraph::CWGraph(QWidget* parent)
     m_note->setPositionAlignment(Qt::AlignTop | Qt::AlignRight);
     m_note->position->setCoords(0.995, 0.015);
     m_note->setPen(QPen(hintColour));
+    m_note->setLayer(QStringLiteral("legend")); // above the traces
 
     m_timeAxis->setLimits(0, 1);
     m_voltageAxis->setLimits(-10, 10);

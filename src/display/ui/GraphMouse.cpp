@@ -45,6 +45,8 @@ GraphMouse::GraphMouse(CWGraph& cwG, CWGraph& cwGLast, CWGraph& cwGAvg, ZoomComm
 
 void GraphMouse::showZoomState() {
     const ZoomState& state = m_zoom.state();
+    // A disabled widget would hand the focus to the next graph, which then looks chosen.
+    if (!state.graphEnabled && m_cwG.hasFocus() && m_cwG.parentWidget() != nullptr) m_cwG.parentWidget()->setFocus();
     m_cwG.setEnabled(state.graphEnabled);
     if (m_cwG.trackMode() != state.trackMode) m_cwG.setTrackMode(state.trackMode);
     if (!state.timerRunning)

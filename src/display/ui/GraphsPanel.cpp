@@ -25,6 +25,7 @@ int channelAt(const SamplingSettings& sampling, int position) {
 
 GraphsPanel::GraphsPanel(ProgramState& state, QWidget* parent)
     : QWidget(parent), m_state(state), m_readout(state.settings.setup) {
+    setFocusPolicy(Qt::ClickFocus);
     m_cwG.setObjectName(QStringLiteral("cwG"));
     m_cwGLast.setObjectName(QStringLiteral("cwGLast"));
     m_cwGAvg.setObjectName(QStringLiteral("cwGAvg"));
