@@ -2,8 +2,6 @@
 
 #include "base/Rounding.h"
 
-#include <algorithm>
-
 namespace tavex2 {
 
 GraphPlaces layoutGraphs(const WindowMeasures& window, bool ShowLastTrial, bool ShowAveragedTrials) {
@@ -18,12 +16,6 @@ GraphPlaces layoutGraphs(const WindowMeasures& window, bool ShowLastTrial, bool 
     places.cwGLast = {window.left, places.cwG.bottom(), width, other};
     places.cwGAvg = {window.left, ShowLastTrial ? places.cwGLast.bottom() : places.cwG.bottom(), width, other};
     return places;
-}
-
-WindowCorner centredOver(const WindowPlace& parent, double childWidth, double childHeight) {
-    const double left = saturatedInt16(parent.left + parent.width / 2) - childWidth / 2;
-    const double top = saturatedInt16(parent.top + parent.height / 2) - childHeight / 2;
-    return {std::max(left, 0.0), std::max(top, 0.0)};
 }
 
 SwatchPlace legendSwatch(int channel) {

@@ -1,12 +1,6 @@
 #pragma once
 
-#include <cstdint>
-
 namespace tavex2 {
-
-/// Twips are twentieths of a point: 1440 an inch, 15 a pixel of a 96 dpi screen. Window sizes and positions are kept in
-/// 16 bits; larger ones saturate.
-inline constexpr double twipsPerInch = 1440;
 
 /// What the graphs are laid out in, twips.
 struct WindowMeasures {
@@ -40,24 +34,6 @@ struct GraphPlaces {
 /// Stacks the graphs: the current trial alone fills the height; with one more graph each takes half; with all three the
 /// current trial keeps half and the others get a quarter each. Hidden graphs get a place too.
 GraphPlaces layoutGraphs(const WindowMeasures& window, bool ShowLastTrial, bool ShowAveragedTrials);
-
-/// A window's place on the screen, twips.
-struct WindowPlace {
-    double left = 0;
-    double top = 0;
-    double width = 0;
-    double height = 0;
-};
-
-/// Upper left corner of a window.
-struct WindowCorner {
-    double left = 0;
-    double top = 0;
-    friend bool operator==(const WindowCorner&, const WindowCorner&) = default;
-};
-
-/// Where a window of the child's size lies centred over its parent; never left of or above the screen's origin.
-WindowCorner centredOver(const WindowPlace& parent, double childWidth, double childHeight);
 
 /// A colour swatch of the legend, twips. Channels 0..15 run down four columns.
 struct SwatchPlace {

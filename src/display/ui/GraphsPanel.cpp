@@ -2,8 +2,8 @@
 
 #include "display/Scale.h"
 #include "display/WindowLayout.h"
-#include "display/ui/CenterForm.h"
 #include "platform/ChannelList.h"
+#include "platform/qt/CenterForm.h"
 
 #include <algorithm>
 #include <limits>

@@ -2,7 +2,7 @@
 
 #include "display/TraceColours.h"
 #include "display/WindowLayout.h"
-#include "display/ui/CenterForm.h"
+#include "platform/qt/CenterForm.h"
 
 #include <QFrame>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "display/ui/frmScale.h"
 
-#include "display/ui/CenterForm.h"
+#include "platform/qt/CenterForm.h"
 #include "ui_frmScale.h"
 
 namespace tavex2 {

@@ -1,6 +1,6 @@
-#include "display/ui/CenterForm.h"
+#include "platform/qt/CenterForm.h"
 
-#include "display/WindowLayout.h"
+#include "platform/WindowPlacement.h"
 
 #include <QWidget>
 
