@@ -145,6 +145,15 @@ std::vector<std::string> fieldNames() {
     return names;
 }
 
+FieldRange rangeOf(std::string_view name) {
+    FieldRange found;
+    const AcqSettings settings;
+    forEachField(settings, [&](std::string_view each, const auto&, const FieldRange& range) {
+        if (each == name) found = range;
+    });
+    return found;
+}
+
 Result<void> setField(AcqSettings& settings, std::string_view name, std::string_view text) {
     if (std::ranges::find(derivedFields, name) != derivedFields.end())
         return Error{ErrorKind::InvalidValue, std::string(name) + " is worked out by the program and cannot be set."};

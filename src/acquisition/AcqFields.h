@@ -68,6 +68,9 @@ void forEachField(Settings& settings, Visit&& visit) {
 /// The names of all fields, in the order of the setup file.
 std::vector<std::string> fieldNames();
 
+/// The range of a field; an empty one for text, yes/no fields and unknown names.
+FieldRange rangeOf(std::string_view name);
+
 /// Sets one field by its name from text, as a user types it: numbers with "." as decimal separator, True/False (also
 /// 1/0, yes/no) for yes/no fields, up to eight comma-separated numbers for DIOLatency and DIOState. Errors: NotFound
 /// for an unknown name; InvalidValue, naming the field, its range and what was given, for a value that is no such

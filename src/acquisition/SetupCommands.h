@@ -1,28 +1,63 @@
 #pragma once
 
 #include "acquisition/records/ProgramState.h"
+#include "platform/CWAI.h"
 #include "platform/FileDialogs.h"
 #include "platform/Messages.h"
 
-#include <functional>
+#include <filesystem>
 
 namespace tavex2 {
 
-/// The commands of the Options menu that keep all settings in a setup file. User-interface thread only.
+/// What the commands of the Options menu show; the main window fulfils it. User-interface thread only.
+class OptionsView {
+  public:
+    virtual ~OptionsView() = default;
+
+    /// Check mark of an item of the array mnuOption.
+    virtual void setOptionChecked(int index, bool checked) = 0;
+    /// The window is maximised, or as it was.
+    virtual void setMaximized(bool maximized) = 0;
+    /// Opens the setup dialog and returns when it is closed.
+    virtual void mnuProperties_Click() = 0;
+    /// The display settings may have changed: units and scaling of the graphs are to follow them.
+    virtual void followDisplaySettings() = 0;
+    virtual void UpdateCaption() = 0;
+};
+
+/// The commands of the Options menu: toggles, and all settings kept in a setup file. User-interface thread only.
 class SetupCommands {
   public:
-    /// `updateCaption` shows the trial's name, which follows the setup file's.
-    SetupCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, std::function<void()> updateCaption);
+    SetupCommands(ProgramState& state, CWAI& analogInput, FileDialogs& dialogs, Messages& messages, OptionsView& view);
+
+    /// An item of the menu: 0 autosave, 1 debug mode, 2 ask to reset, 3 start maximised, 4 save offsets, 5 load, 6
+    /// save. A toggle inverts its field and then shows it, whatever its check mark showed before.
+    void mnuOption_Click(int index);
+
+    /// The check marks after the setup dialog's OK. Item 3 shows PauseToReset and not its own field: the marks are one
+    /// off until the items' next toggle, and laboratories' instructions describe them so.
+    void showOptionsAfterSetup();
+
+    /// Asks for a setup file and reads it. The file's name becomes the trial's and its path the last setup file; then
+    /// the setup dialog opens, whose OK applies the settings. A failure is told; what was read before it stays.
+    void LoadSetup();
+
+    /// The same for a file that is known.
+    void LoadSetupFile(const std::filesystem::path& path);
 
     /// Asks for a name and writes every setting. The file's name becomes the trial's and its path the last setup file.
     /// A cancelled dialog ends the command silently; a failed write is told, and the names stay as they were.
     void SaveSetup();
 
   private:
+    FileDialogRequest fileRequest(const char* title) const;
+    void remember(const std::filesystem::path& path);
+
     ProgramState& m_state;
+    CWAI& m_analogInput;
     FileDialogs& m_dialogs;
     Messages& m_messages;
-    std::function<void()> m_updateCaption;
+    OptionsView& m_view;
 };
 
 } // namespace tavex2

@@ -15,22 +15,24 @@ StartCondition startConditionFor(const AcqSettings& settings, bool triggerEnable
     return start;
 }
 
-void describeSampling(AcqSettings& settings, CWAI& analogInput) {
-    SamplingSettings& sampling = settings.sampling;
-    const std::string channels = sampling.Channels.trimmed();
-    sampling.Channels.assign(channels);
+AnalogInputConfig configurationFor(const AcqSettings& settings, const StartCondition& start) {
+    const SamplingSettings& sampling = settings.sampling;
     const std::int64_t trialScans = samplesPerTrial(sampling);
+    return {.channelList = sampling.Channels.trimmed(),
+            .scanRateHz = static_cast<double>(sampling.Rate),
+            .totalScans = sampling.Repeat * trialScans,
+            .upperVolts = static_cast<double>(sampling.UpperVolts),
+            .lowerVolts = static_cast<double>(sampling.LowerVolts),
+            .chunked = sampling.Repeat >= 2,
+            .chunkScans = trialScans,
+            .start = start,
+            .end = EndCondition::AfterTotalScans};
+}
 
+void describeSampling(AcqSettings& settings, CWAI& analogInput) {
+    settings.sampling.Channels.assign(settings.sampling.Channels.trimmed());
     analogInput.selectDevice(settings.setup.Device);
-    AnalogInputConfig& config = analogInput.config;
-    config.channelList = channels;
-    config.scanRateHz = sampling.Rate;
-    config.totalScans = sampling.Repeat * trialScans;
-    config.upperVolts = static_cast<double>(sampling.UpperVolts);
-    config.lowerVolts = static_cast<double>(sampling.LowerVolts);
-    config.chunked = sampling.Repeat >= 2;
-    config.chunkScans = trialScans;
-    config.end = EndCondition::AfterTotalScans;
+    analogInput.config = configurationFor(settings, analogInput.config.start);
 }
 
 } // namespace tavex2

@@ -10,6 +10,10 @@ namespace tavex2 {
 /// Nothing else sets a collection's start condition, so changing TriggerMode alone starts no triggering.
 StartCondition startConditionFor(const AcqSettings& settings, bool triggerEnabled);
 
+/// How settings ask the analog-input control to sample: channel list (trimmed), rate, limits, total scans and, for two
+/// and more repeats, delivery in chunks of one trial.
+AnalogInputConfig configurationFor(const AcqSettings& settings, const StartCondition& start);
+
 /// Tells the analog-input control how to sample: device, channel list (trimmed, and written back trimmed), rate,
 /// limits, total scans and, for two and more repeats, delivery in chunks of one trial. The start condition is left
 /// alone.

@@ -70,8 +70,12 @@ std::string formatNumber(double value, std::string_view format) {
     return (negative ? "-" : "") + digits + (decimals.empty() ? "" : "." + decimals) + parts.unit;
 }
 
+std::string unitOf(std::string_view format) {
+    return takeApart(format).unit;
+}
+
 std::optional<double> parseNumber(std::string_view text, std::string_view format) {
-    const std::string wholeUnit = takeApart(format).unit;
+    const std::string wholeUnit = unitOf(format);
     const std::string_view unit = trimmed(wholeUnit);
     text = trimmed(text);
     if (!unit.empty() && text.ends_with(unit)) text = trimmed(text.substr(0, text.size() - unit.size()));

@@ -12,6 +12,9 @@ namespace tavex2 {
 /// it is left out.
 std::string formatNumber(double value, std::string_view format);
 
+/// The unit of a display format, with the blanks before it.
+std::string unitOf(std::string_view format);
+
 /// Reads a number that a person typed, with or without the unit of `format`, with a point or a comma before the
 /// decimals; blanks around it do not matter. No value when the text is anything else or no finite number.
 std::optional<double> parseNumber(std::string_view text, std::string_view format);

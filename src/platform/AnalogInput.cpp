@@ -45,6 +45,64 @@ int blocks(const AnalogInputConfig& config) {
 /// For a channel whose board is looked at elsewhere.
 constexpr int anyInput = std::numeric_limits<int>::max();
 
+DaqOutcome checkRate(const AnalogInputConfig& config, const BoardDescription& description) {
+    if (config.scanRateHz >= description.lowestRateHz && config.scanRateHz <= description.highestRateHz) return {};
+    return refused(DaqStatus::BadRate, description.name + " samples at " +
+                                           (description.lowestRateHz == description.highestRateHz
+                                                ? plainNumber(description.highestRateHz) + " Hz"
+                                                : between(description.lowestRateHz, description.highestRateHz, "Hz")) +
+                                           "; the rate is set to " + plainNumber(config.scanRateHz) + " Hz.");
+}
+
+DaqOutcome checkCounts(const AnalogInputConfig& config) {
+    constexpr std::int64_t mostSamples = std::numeric_limits<std::int32_t>::max();
+    const std::int64_t scans = blockScans(config);
+    if (scans < 1 || config.totalScans < 1)
+        return refused(DaqStatus::BadScanCount, "Duration x rate x repeats gives no scans.");
+    if (scans > mostSamples)
+        return refused(DaqStatus::BadScanCount, "A trial holds at most " + std::to_string(mostSamples) +
+                                                    " samples per channel; these settings ask for " +
+                                                    std::to_string(scans) + ".");
+    if (config.totalScans % scans != 0)
+        return refused(DaqStatus::BadScanCount, "The scans of all repeats are not a multiple of one trial's.");
+    return {};
+}
+
+DaqOutcome checkLimits(const AnalogInputConfig& config, const BoardDescription& description) {
+    const bool inRange = config.lowerVolts >= description.lowestVolts && config.upperVolts <= description.highestVolts;
+    if (inRange && config.lowerVolts < config.upperVolts) return {};
+    return refused(DaqStatus::BadLimits, "They are set to " + plainNumber(config.lowerVolts) + " and " +
+                                             plainNumber(config.upperVolts) + " V; the board's range is " +
+                                             between(description.lowestVolts, description.highestVolts, "V") + ".");
+}
+
+DaqOutcome checkTrigger(const AnalogInputConfig& config, const std::vector<int>& channels) {
+    const StartCondition& start = config.start;
+    if (start.type == StartCondition::Type::None || config.end == EndCondition::Continuous) return {};
+    const Result<std::vector<int>> source = parseChannelList(start.channel, anyInput);
+    const bool listed =
+        source && source.value().size() == 1 && std::ranges::find(channels, source.value().front()) != channels.end();
+    if (!listed)
+        return refused(DaqStatus::BadTrigger, "The trigger channel \"" + start.channel +
+                                                  "\" is not among the listed channels " + config.channelList + ".");
+    if (!std::isfinite(start.levelVolts) || !std::isfinite(start.secondThresholdVolts))
+        return refused(DaqStatus::BadTrigger, "The trigger level is no number.");
+    if (start.preTriggerScans < 0 || start.preTriggerScans >= blockScans(config))
+        return refused(DaqStatus::BadTrigger, "The pre-trigger must be shorter than the trial.");
+    return {};
+}
+
+DaqOutcome checkMemory(const AnalogInputConfig& config, std::size_t channels) {
+    const double bytes =
+        static_cast<double>(blockScans(config)) * static_cast<double>(channels) * static_cast<double>(sizeof(double));
+    const auto available = static_cast<double>(physicalMemoryBytes());
+    if (bytes < available) return {};
+    constexpr double gibibyte = 1024.0 * 1024.0 * 1024.0;
+    return refused(DaqStatus::OutOfMemory, "It needs " + plainNumber(std::ceil(bytes / gibibyte)) +
+                                               " GiB, the machine has " +
+                                               plainNumber(std::floor(available / gibibyte)) + " GiB.");
+}
+
 } // namespace
 
 AnalogInput::AnalogInput(const BoardList& boards, EventLoop& events)
@@ -74,7 +132,7 @@ std::string AnalogInput::deviceDescription() const {
 int AnalogInput::Configure() {
     if (m_running) return refuse(DaqStatus::Busy, "");
     m_applied.reset();
-    const DaqOutcome outcome = check();
+    const DaqOutcome outcome = check(config, m_stream);
     if (!outcome.ok()) return refuse(outcome.status, outcome.detail);
     m_applied = config;
     return 0;
@@ -92,7 +150,16 @@ std::string AnalogInput::describe(int code) const {
     return text;
 }
 
-DaqOutcome AnalogInput::check() {
+std::string AnalogInput::refusalOf(const AnalogInputConfig& asked) const {
+    StreamConfig stream;
+    const DaqOutcome outcome = check(asked, stream);
+    if (outcome.ok()) return {};
+    return outcome.detail.empty() ? std::string(daqStatusDescription(static_cast<int>(outcome.status)))
+                                  : outcome.detail;
+}
+
+/// What the board and the machine say to a configuration, which is made into `stream`.
+DaqOutcome AnalogInput::check(const AnalogInputConfig& asked, StreamConfig& stream) const {
     const Board* selected = board();
     if (selected == nullptr)
         return refused(DaqStatus::NoDevice, m_boards.count() == 0 ? "No board was found."
@@ -101,73 +168,18 @@ DaqOutcome AnalogInput::check() {
                                                                         std::to_string(m_device) + ".");
     const BoardDescription& description = selected->description();
 
-    Result<std::vector<int>> channels = parseChannelList(config.channelList, description.inputs);
+    Result<std::vector<int>> channels = parseChannelList(asked.channelList, description.inputs);
     if (!channels) return refused(DaqStatus::BadChannelList, channels.error().text);
-    m_stream.channels = std::move(channels).value();
+    stream = {.channels = std::move(channels).value(),
+              .rateHz = asked.scanRateHz,
+              .lowerVolts = asked.lowerVolts,
+              .upperVolts = asked.upperVolts};
 
-    if (!(config.scanRateHz >= description.lowestRateHz && config.scanRateHz <= description.highestRateHz))
-        return refused(DaqStatus::BadRate,
-                       description.name + " samples at " +
-                           (description.lowestRateHz == description.highestRateHz
-                                ? plainNumber(description.highestRateHz) + " Hz"
-                                : between(description.lowestRateHz, description.highestRateHz, "Hz")) +
-                           "; the rate is set to " + plainNumber(config.scanRateHz) + " Hz.");
-    m_stream.rateHz = config.scanRateHz;
-    m_stream.lowerVolts = config.lowerVolts;
-    m_stream.upperVolts = config.upperVolts;
-
-    for (const DaqOutcome& outcome : {checkCounts(), checkLimits(description), checkTrigger(), checkMemory()})
+    for (const DaqOutcome& outcome :
+         {checkRate(asked, description), checkCounts(asked), checkLimits(asked, description),
+          checkTrigger(asked, stream.channels), checkMemory(asked, stream.channels.size())})
         if (!outcome.ok()) return outcome;
-    return selected->check(m_stream);
-}
-
-DaqOutcome AnalogInput::checkCounts() const {
-    constexpr std::int64_t mostSamples = std::numeric_limits<std::int32_t>::max();
-    const std::int64_t scans = blockScans(config);
-    if (scans < 1 || config.totalScans < 1)
-        return refused(DaqStatus::BadScanCount, "Duration x rate x repeats gives no scans.");
-    if (scans > mostSamples)
-        return refused(DaqStatus::BadScanCount, "A trial holds at most " + std::to_string(mostSamples) +
-                                                    " samples per channel; these settings ask for " +
-                                                    std::to_string(scans) + ".");
-    if (config.totalScans % scans != 0)
-        return refused(DaqStatus::BadScanCount, "The scans of all repeats are not a multiple of one trial's.");
-    return {};
-}
-
-DaqOutcome AnalogInput::checkLimits(const BoardDescription& description) const {
-    const bool inRange = config.lowerVolts >= description.lowestVolts && config.upperVolts <= description.highestVolts;
-    if (inRange && config.lowerVolts < config.upperVolts) return {};
-    return refused(DaqStatus::BadLimits, "They are set to " + plainNumber(config.lowerVolts) + " and " +
-                                             plainNumber(config.upperVolts) + " V; the board's range is " +
-                                             between(description.lowestVolts, description.highestVolts, "V") + ".");
-}
-
-DaqOutcome AnalogInput::checkTrigger() const {
-    const StartCondition& start = config.start;
-    if (start.type == StartCondition::Type::None || config.end == EndCondition::Continuous) return {};
-    const Result<std::vector<int>> source = parseChannelList(start.channel, anyInput);
-    const bool listed = source && source.value().size() == 1 &&
-                        std::ranges::find(m_stream.channels, source.value().front()) != m_stream.channels.end();
-    if (!listed)
-        return refused(DaqStatus::BadTrigger, "The trigger channel \"" + start.channel +
-                                                  "\" is not among the listed channels " + config.channelList + ".");
-    if (!std::isfinite(start.levelVolts) || !std::isfinite(start.secondThresholdVolts))
-        return refused(DaqStatus::BadTrigger, "The trigger level is no number.");
-    if (start.preTriggerScans < 0 || start.preTriggerScans >= blockScans(config))
-        return refused(DaqStatus::BadTrigger, "The pre-trigger must be shorter than the trial.");
-    return {};
-}
-
-DaqOutcome AnalogInput::checkMemory() const {
-    const double bytes = static_cast<double>(blockScans(config)) * static_cast<double>(m_stream.channels.size()) *
-                         static_cast<double>(sizeof(double));
-    const auto available = static_cast<double>(physicalMemoryBytes());
-    if (bytes < available) return {};
-    constexpr double gibibyte = 1024.0 * 1024.0 * 1024.0;
-    return refused(DaqStatus::OutOfMemory, "It needs " + plainNumber(std::ceil(bytes / gibibyte)) +
-                                               " GiB, the machine has " +
-                                               plainNumber(std::floor(available / gibibyte)) + " GiB.");
+    return selected->check(stream);
 }
 
 // Running -------------------------------------------------------------------------------------------------------------

@@ -41,16 +41,13 @@ class AnalogInput final : public CWAI {
     int numChannels() const override { return static_cast<int>(m_stream.channels.size()); }
     std::int64_t totalScans() const override { return m_applied ? m_applied->totalScans : config.totalScans; }
     std::string describe(int code) const override;
+    std::string refusalOf(const AnalogInputConfig& asked) const override;
 
   private:
     struct Link; ///< what posted events hold on to instead of the control itself
 
     int refuse(DaqStatus status, std::string detail);
-    DaqOutcome check();
-    DaqOutcome checkCounts() const;
-    DaqOutcome checkLimits(const BoardDescription& board) const;
-    DaqOutcome checkTrigger() const;
-    DaqOutcome checkMemory() const;
+    DaqOutcome check(const AnalogInputConfig& asked, StreamConfig& stream) const;
     DaqOutcome prepare(Board& selected, std::function<void(std::stop_token)>& acquisition);
     std::optional<LevelTrigger> levelTrigger() const;
     AcquisitionEvents eventsOfNextRun();

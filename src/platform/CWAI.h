@@ -81,6 +81,9 @@ class CWAI {
     /// Applies `config`; the code of a refusal is one of DaqStatus. Must not be called while running.
     virtual int Configure() = 0;
 
+    /// Why Configure() would refuse this configuration, in a sentence or two; empty when it would not. Changes nothing.
+    virtual std::string refusalOf(const AnalogInputConfig& asked) const = 0;
+
     /// Starts delivering what was configured.
     virtual int Start() = 0;
 

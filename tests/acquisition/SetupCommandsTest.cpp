@@ -6,19 +6,49 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+#include <functional>
+#include <map>
+#include <optional>
+
 namespace tavex2::test {
 namespace {
+
+class FakeOptionsView final : public OptionsView {
+  public:
+    std::map<int, bool> checks;
+    std::optional<bool> maximized;
+    int dialogs = 0;
+    int followed = 0;
+    int captions = 0;
+    std::function<void()> whenDialogOpens;
+
+    void setOptionChecked(int index, bool checked) override { checks[index] = checked; }
+    void setMaximized(bool on) override { maximized = on; }
+    void mnuProperties_Click() override {
+        ++dialogs;
+        if (whenDialogOpens) whenDialogOpens();
+    }
+    void followDisplaySettings() override { ++followed; }
+    void UpdateCaption() override { ++captions; }
+};
 
 class SetupCommandsTest : public testing::Test {
   protected:
     SetupCommandsTest() { state.TrialName = "Trial0003"; }
 
+    std::filesystem::path write(const std::string& name, const std::string& bytes) {
+        std::ofstream(folder / name, std::ios::binary) << bytes;
+        return folder / name;
+    }
+
     TemporaryFolder folder;
     ProgramState state;
     FakeDialogs dialogs;
     FakeMessages messages;
-    int captions = 0;
-    SetupCommands commands{state, dialogs, messages, [this] { ++captions; }};
+    FakeAnalogInput input;
+    FakeOptionsView view;
+    SetupCommands commands{state, input, dialogs, messages, view};
 };
 
 TEST_F(SetupCommandsTest, SavingAsksWithTheTrialsNameAndThenWithTheLastSetupFile) {
@@ -41,7 +71,7 @@ TEST_F(SetupCommandsTest, SavingWritesEverySettingAndNamesTheTrialAfterTheFile) 
     EXPECT_EQ(bytesOf(folder / "Protocol.set"), encodeSetup(state.settings));
     EXPECT_EQ(state.TrialName, "Protocol");
     EXPECT_EQ(state.paths.LastSetupFile, (folder / "Protocol.set").string());
-    EXPECT_EQ(captions, 1);
+    EXPECT_EQ(view.captions, 1);
 }
 
 TEST_F(SetupCommandsTest, ANameTypedWithoutAnExtensionGetsOne) {
@@ -60,7 +90,120 @@ TEST_F(SetupCommandsTest, ACancelledOrFailedSaveChangesNothing) {
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Exclamation);
     EXPECT_EQ(state.TrialName, "Trial0003");
     EXPECT_EQ(state.paths.LastSetupFile, "");
-    EXPECT_EQ(captions, 0);
+    EXPECT_EQ(view.captions, 0);
+}
+
+// Loading -------------------------------------------------------------------------------------------------------------
+
+TEST_F(SetupCommandsTest, LoadingReplacesEverySettingAndOpensTheSetupDialog) {
+    AcqSettings stored;
+    stored.sampling.Rate = 4321;
+    stored.setup.Device = 3;
+    stored.setup.DisplayInVolts = false;
+    stored.sound.SoundAvailable = true;
+    dialogs.answers = {write("Protocol.set", encodeSetup(stored))};
+    view.whenDialogOpens = [this] { EXPECT_EQ(input.device(), 3) << "the dialog shows the file's device"; };
+    commands.LoadSetup();
+    EXPECT_EQ(state.settings, stored);
+    EXPECT_EQ(state.TrialName, "Protocol");
+    EXPECT_EQ(state.paths.LastSetupFile, (folder / "Protocol.set").string());
+    EXPECT_EQ(view.dialogs, 1);
+    EXPECT_EQ(view.followed, 1);
+    EXPECT_EQ(view.captions, 1);
+    EXPECT_TRUE(messages.shown.empty());
+    ASSERT_EQ(dialogs.asked.size(), 1U);
+    EXPECT_EQ(dialogs.asked[0].title, "Open Tavex2 setup properties (.SET) file");
+    EXPECT_EQ(dialogs.asked[0].defaultExtension, "set");
+    EXPECT_EQ(dialogs.asked[0].filter, "Tavex2 setup file (.set)|*.set|All Files (*.*)|*.*|");
+    EXPECT_EQ(dialogs.asked[0].initialName, "Trial0003.set");
+}
+
+TEST_F(SetupCommandsTest, ACancelledLoadChangesNothing) {
+    const AcqSettings before = state.settings;
+    commands.LoadSetup();
+    EXPECT_EQ(state.settings, before);
+    EXPECT_EQ(state.TrialName, "Trial0003");
+    EXPECT_EQ(view.dialogs, 0);
+}
+
+TEST_F(SetupCommandsTest, AnotherVersionIsRefusedAfterItsFirstBlockWasTakenOver) {
+    AcqSettings stored;
+    stored.setup.Version = 2;
+    stored.setup.StartDelay = 17;
+    stored.sampling.Rate = 4321;
+    dialogs.answers = {write("Newer.set", encodeSetup(stored))};
+    commands.LoadSetup();
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text,
+              "The version number of the setup file is incompatible.\r\n\r\nCreate a new one and resave it.");
+    EXPECT_EQ(messages.shown[0].title, "Setup File Version Invalid");
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Exclamation);
+    EXPECT_EQ(state.settings.setup.StartDelay, 17);
+    EXPECT_EQ(state.settings.sampling.Rate, 1000);
+    EXPECT_EQ(view.dialogs, 0);
+}
+
+TEST_F(SetupCommandsTest, AShortFileSaysSoAndKeepsWhatWasRead) {
+    AcqSettings stored;
+    stored.sampling.Rate = 4321;
+    stored.trigger.TriggerLevel = 5.0F;
+    const std::string bytes = encodeSetup(stored);
+    dialogs.answers = {write("Short.set", bytes.substr(0, 30 + 2 + 5 + 107))};
+    commands.LoadSetup();
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, "Error reading options file.  File may not be compatible.");
+    EXPECT_EQ(messages.shown[0].title, "Error Reading Options");
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Exclamation);
+    EXPECT_EQ(state.settings.sampling.Rate, 4321);
+    EXPECT_EQ(state.settings.trigger.TriggerLevel, 1.0F);
+    EXPECT_EQ(view.dialogs, 0);
+}
+
+TEST_F(SetupCommandsTest, AMissingFileSaysSo) {
+    commands.LoadSetupFile(folder / "Nowhere.set");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].title, "Error Reading Options");
+}
+
+// Toggles -------------------------------------------------------------------------------------------------------------
+
+TEST_F(SetupCommandsTest, EachToggleInvertsItsFieldAndShowsIt) {
+    const auto& setup = state.settings.setup;
+    for (const bool expected : {true, false}) {
+        for (int index = 0; index < 5; ++index) {
+            commands.mnuOption_Click(index);
+            EXPECT_EQ(view.checks[index], expected) << index;
+        }
+        EXPECT_EQ(setup.Autosave, Bool16(expected));
+        EXPECT_EQ(state.flags.DebugMode, expected);
+        EXPECT_EQ(setup.PauseToReset, Bool16(expected));
+        EXPECT_EQ(setup.StartMaximized, Bool16(expected));
+        EXPECT_EQ(view.maximized, expected) << "at once";
+        EXPECT_EQ(setup.SaveOffsets, Bool16(expected));
+    }
+}
+
+TEST_F(SetupCommandsTest, ItemsFiveAndSixLoadAndSave) {
+    commands.mnuOption_Click(6);
+    EXPECT_EQ(dialogs.asked.back().title, "Save Tavex2 setup properties (.SET) file");
+    commands.mnuOption_Click(5);
+    EXPECT_EQ(dialogs.asked.back().title, "Open Tavex2 setup properties (.SET) file");
+}
+
+TEST_F(SetupCommandsTest, AfterTheDialogTheMarksAreOneOffUntilTheNextToggle) {
+    SetupOptions& setup = state.settings.setup;
+    setup.Autosave = true;
+    setup.SaveOffsets = true;
+    setup.PauseToReset = false;
+    setup.StartMaximized = true;
+    commands.showOptionsAfterSetup();
+    EXPECT_EQ(view.checks, (std::map<int, bool>{{0, true}, {2, true}, {3, false}}));
+    commands.mnuOption_Click(2);
+    EXPECT_TRUE(setup.PauseToReset);
+    EXPECT_TRUE(view.checks[2]);
+    commands.mnuOption_Click(3);
+    EXPECT_FALSE(setup.StartMaximized);
+    EXPECT_FALSE(view.checks[3]);
 }
 
 } // namespace

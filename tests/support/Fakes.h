@@ -103,6 +103,7 @@ class FakeAnalogInput final : public CWAI {
     int configureCode = 0;
     int startCode = 0;
     int channelCount = 2;
+    std::function<std::string(const AnalogInputConfig&)> refuse;
     std::function<void()> whenConfigured;
     std::function<void()> whenStarted;
 
@@ -127,6 +128,9 @@ class FakeAnalogInput final : public CWAI {
     bool running() const override { return m_running; }
     int numChannels() const override { return channelCount; }
     std::int64_t totalScans() const override { return config.totalScans; }
+    std::string refusalOf(const AnalogInputConfig& asked) const override {
+        return refuse ? refuse(asked) : std::string();
+    }
     std::string describe(int code) const override { return "Description of " + std::to_string(code) + "."; }
 
     /// Delivers a block whose sample (c, i) is `base` + 100 c + i.
@@ -213,14 +217,17 @@ class FakeDialogs final : public FileDialogs {
     std::vector<FileDialogRequest> asked;
     std::deque<std::optional<std::filesystem::path>> answers;
 
-    std::optional<std::filesystem::path> askSaveName(const FileDialogRequest& request) override {
+    std::optional<std::filesystem::path> askSaveName(const FileDialogRequest& request) override { return ask(request); }
+    std::optional<std::filesystem::path> askOpenName(const FileDialogRequest& request) override { return ask(request); }
+
+  private:
+    std::optional<std::filesystem::path> ask(const FileDialogRequest& request) {
         asked.push_back(request);
         if (answers.empty()) return std::nullopt;
         const auto answer = answers.front();
         answers.pop_front();
         return answer;
     }
-    std::optional<std::filesystem::path> askOpenName(const FileDialogRequest&) override { return std::nullopt; }
 };
 
 /// The settings of a user, in memory.

@@ -6,12 +6,34 @@
 #include "app/cli/ConsoleRun.h"
 #include "app/cli/PlotCommand.h"
 #include "app/cli/ShowCommand.h"
+#include "base/PathText.h"
 
 #include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <cctype>
+#include <system_error>
 
 namespace tavex2 {
 
 namespace {
+
+namespace fs = std::filesystem;
+
+/// What the window is asked to open is a setup file that exists. Errors: InvalidValue for something that is no such
+/// file, NotFound for one that is missing.
+Result<void> checkOpenable(const fs::path& file, const std::string& asGiven) {
+    std::string kind = file.extension().string();
+    std::ranges::transform(kind, kind.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    if (kind != ".set")
+        return Error{ErrorKind::InvalidValue,
+                     "'" + asGiven +
+                         "' is neither a command nor a setup file (.set). 'tavex2 --help' tells how to use it."};
+    std::error_code ignored;
+    if (!fs::is_regular_file(file, ignored))
+        return Error{ErrorKind::NotFound, "There is no setup file '" + asGiven + "'. Check its name and folder."};
+    return {};
+}
 
 /// Prints the error of a command that failed, on one line.
 int report(const Result<void>& result, std::ostream& err) {
@@ -33,6 +55,9 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     WindowRequest window;
     app.add_option("--board", window.board, boardHelp)->type_name("SPEC");
     app.add_option("--set", window.settings, settingHelp)->type_name("NAME=VALUE")->allow_extra_args(false);
+
+    std::string file;
+    app.add_option("FILE", file, "Open this setup file (.set)");
 
     CollectRequest collect;
     CLI::App* collectCommand = app.add_subcommand("collect", "Collect trials and save them");
@@ -83,6 +108,13 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     if (*showCommand) return {report(showFile(show, services.out), services.err), std::nullopt};
     if (*plotCommand) return {report(plotFile(plot, services.drawPicture), services.err), std::nullopt};
     if (*boardsCommand) return {report(listBoards(boardsAsJson, services), services.err), std::nullopt};
+    if (!file.empty()) {
+        window.file = fs::absolute(pathFromText(file));
+        if (const Result<void> openable = checkOpenable(*window.file, file); !openable) {
+            services.err << "tavex2: " << openable.error().text << '\n';
+            return {openable.error().kind == ErrorKind::NotFound ? exitFailed : exitWrongUsage, std::nullopt};
+        }
+    }
     return {exitDone, window};
 }
 

@@ -8,6 +8,7 @@
 #include "app/StartUp.h"
 #include "app/ui/frmMain.h"
 #include "base/PathText.h"
+#include "files/LmbLayout.h"
 #include "files/SaveCommands.h"
 #include "platform/AnalogInput.h"
 #include "platform/BoardList.h"
@@ -20,8 +21,11 @@
 
 #include <QCoreApplication>
 #include <QStandardPaths>
+#include <QTimer>
 
 #include <cstdlib>
+#include <filesystem>
+#include <optional>
 #include <random>
 
 namespace tavex2 {
@@ -71,7 +75,7 @@ struct WindowProgram::Parts {
     QtMessages messages{&window};
     QtFileDialogs dialogs{&window};
     SaveCommands save{state, dialogs, messages, window};
-    SetupCommands setup{state, dialogs, messages, [this] { window.UpdateCaption(); }};
+    SetupCommands setup{state, analogInput, dialogs, messages, window};
     AutosaveSink sink{save};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
     RunController run{state,
@@ -86,6 +90,19 @@ struct WindowProgram::Parts {
                        .random = [this] { return std::uniform_real_distribution<double>(0.0, 1.0)(generator); },
                        .toneFile = toneFile}};
     StartUpResult startUpResult;
+    std::optional<std::filesystem::path> file; ///< to be opened when the window is shown
+
+    TrialStorage storage() const {
+        return {.fileBytes = [](int channels, std::int64_t samples) -> std::optional<std::uint64_t> {
+                    const Result<std::uint64_t> bytes = lmbFileBytes(channels, samples);
+                    return bytes ? std::optional(bytes.value()) : std::nullopt;
+                },
+                .freeBytes = [this]() -> std::optional<std::uint64_t> {
+                    std::error_code problem;
+                    const auto space = std::filesystem::space(pathFromText(state.paths.DataDir), problem);
+                    return problem ? std::nullopt : std::optional<std::uint64_t>(space.available);
+                }};
+    }
 };
 
 WindowProgram::WindowProgram(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
@@ -95,6 +112,7 @@ WindowProgram::~WindowProgram() = default;
 Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest& request, SettingsStore& store) {
     auto made = std::make_unique<Parts>(store);
     Parts& parts = *made;
+    parts.file = request.file;
     // Paths on the command line are meant from the folder in which the program was started, which start-up leaves.
     AcqSettings& settings = parts.state.settings;
     Result<OpenBoards> boards = openBoards(request.board, store, parts.clock);
@@ -117,6 +135,10 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
     parts.window.connectCommands({.run = parts.run,
                                   .save = parts.save,
                                   .setup = parts.setup,
+                                  .setupServices = {.analogInput = parts.analogInput,
+                                                    .sound = parts.sound,
+                                                    .toneFile = parts.toneFile,
+                                                    .storage = parts.storage()},
                                   .dialogs = parts.dialogs,
                                   .messages = parts.messages,
                                   .deviceDescription = [&parts] { return parts.analogInput.deviceDescription(); },
@@ -134,6 +156,9 @@ void WindowProgram::show() {
         m_parts->window.showMaximized();
     else
         m_parts->window.show();
+    // When the events run, so that the dialog opens over the window.
+    if (m_parts->file)
+        QTimer::singleShot(0, &m_parts->window, [this] { m_parts->setup.LoadSetupFile(*m_parts->file); });
 }
 
 frmMain& WindowProgram::window() {

@@ -1,7 +1,7 @@
 #include "app/ui/frmMain.h"
 
 #include "acquisition/RunController.h"
-#include "acquisition/SetupCommands.h"
+#include "acquisition/ui/frmProperties.h"
 #include "app/MenuState.h"
 #include "app/ui/frmWaiting.h"
 #include "display/ui/GraphsPanel.h"
@@ -56,8 +56,10 @@ frmMain::frmMain(ProgramState& state)
       m_waiting(new frmWaiting(this)), m_legend(new frmLegend(this)) {
     useIcons();
     m_ui->setupUi(this);
+    m_options = {m_ui->mnuOption_0, m_ui->mnuOption_1, m_ui->mnuOption_2, m_ui->mnuOption_3,
+                 m_ui->mnuOption_4, m_ui->mnuOption_5, m_ui->mnuOption_6};
     setCentralWidget(m_graphs);
-    m_graphs->setFocus(); // no graph looks chosen before the user chose one
+    m_graphs->setFocus();                                         // no graph looks chosen before the user chose one
     resize(size().boundedTo(screen()->availableSize() * 9 / 10)); // a small or strongly magnified screen
     addStatusPanels();
     describeForAssistance();
@@ -146,12 +148,9 @@ void frmMain::connectViewCommands() {
 }
 
 void frmMain::connectOptions() {
-    const std::array options{m_ui->mnuOption_0, m_ui->mnuOption_1, m_ui->mnuOption_2, m_ui->mnuOption_3,
-                             m_ui->mnuOption_4};
-    for (std::size_t index = 0; index < options.size(); ++index)
-        on({options[index]},
-           [this, index, option = options[index]] { mnuOption_Click(static_cast<int>(index), option->isChecked()); });
-    on({m_ui->mnuOption_6}, [this] { m_commands->setup.SaveSetup(); });
+    on({m_ui->mnuEdit_1, m_ui->tbConfigure}, [this] { mnuProperties_Click(); });
+    for (std::size_t index = 0; index < m_options.size(); ++index)
+        on({m_options[index]}, [this, index] { mnuOption_Click(static_cast<int>(index)); });
     on({m_ui->mnuAutosaveWithoutAsking},
        [this] { m_state.autosaveWithoutAsking = m_ui->mnuAutosaveWithoutAsking->isChecked(); });
 }
@@ -265,31 +264,45 @@ void frmMain::processPending() {
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
-// Commands of the window itself ---------------------------------------------------------------------------------------
+// Setup and options
+// ----------------------------------------------------------------------------------------------------
 
-void frmMain::mnuOption_Click(int index, bool checked) {
-    SetupOptions& setup = m_state.settings.setup;
-    switch (index) {
-    case 0:
-        setup.Autosave = checked;
-        break;
-    case 1:
-        m_state.flags.DebugMode = checked;
-        break;
-    case 2:
-        setup.PauseToReset = checked;
-        break;
-    case 3:
-        setup.StartMaximized = checked;
-        checked ? showMaximized() : showNormal();
-        break;
-    case 4:
-        setup.SaveOffsets = checked;
-        break;
-    default:
-        break;
-    }
+/// Whether no collection is in progress; else the status bar says `otherwise`.
+bool frmMain::idle(const char* otherwise) {
+    if (!m_commands->run.busy()) return true;
+    setStatusText(otherwise);
+    return false;
 }
+
+void frmMain::mnuOption_Click(int index) {
+    constexpr int loadSetup = 5;
+    if (index == loadSetup && !idle("A trial is being collected. Load the setup when it has arrived.")) return;
+    m_commands->setup.mnuOption_Click(index);
+}
+
+/// The dialog selects boards, which nothing may be using: a collection goes before it, a real-time view ends.
+void frmMain::mnuProperties_Click() {
+    if (!idle("A trial is being collected. Open the setup when it has arrived.")) return;
+    if (m_state.flags.RealTimeMode) m_commands->run.Stop();
+    if (frmProperties(m_state, m_commands->setupServices, this).exec() == QDialog::Accepted)
+        m_commands->setup.showOptionsAfterSetup();
+    UpdateMenus();
+}
+
+void frmMain::setOptionChecked(int index, bool checked) {
+    m_options[static_cast<std::size_t>(index)]->setChecked(checked);
+}
+
+void frmMain::setMaximized(bool maximized) {
+    maximized ? showMaximized() : showNormal();
+}
+
+void frmMain::followDisplaySettings() {
+    m_graphs->followDisplaySettings();
+}
+
+// Saving
+// ---------------------------------------------------------------------------------------------------------------
 
 /// Runs a save command on the trial that is shown. A repeat that arrives meanwhile waits.
 void frmMain::saveWith(const std::function<void()>& command) {

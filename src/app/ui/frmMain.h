@@ -1,6 +1,8 @@
 #pragma once
 
 #include "acquisition/RunView.h"
+#include "acquisition/SetupCommands.h"
+#include "acquisition/SetupDialog.h"
 #include "acquisition/records/ProgramState.h"
 #include "files/SaveCommands.h"
 #include "platform/FileDialogs.h"
@@ -9,6 +11,7 @@
 #include <QMainWindow>
 #include <QSet>
 
+#include <array>
 #include <functional>
 #include <initializer_list>
 #include <memory>
@@ -25,7 +28,6 @@ namespace tavex2 {
 
 class GraphsPanel;
 class RunController;
-class SetupCommands;
 class frmLegend;
 class frmWaiting;
 
@@ -34,6 +36,7 @@ struct MainCommands {
     RunController& run;
     SaveCommands& save;
     SetupCommands& setup;
+    SetupServices setupServices;
     FileDialogs& dialogs;
     Messages& messages;
     std::function<std::string()> deviceDescription; ///< "Device: " and the selected board
@@ -42,7 +45,7 @@ struct MainCommands {
 
 /// The main window: it shows the state, takes input and calls the commands; nothing is worked out here.
 /// User-interface thread only.
-class frmMain final : public QMainWindow, public RunView, public SaveView {
+class frmMain final : public QMainWindow, public RunView, public SaveView, public OptionsView {
     Q_OBJECT
 
   public:
@@ -70,6 +73,12 @@ class frmMain final : public QMainWindow, public RunView, public SaveView {
     void editComments() override;
     void processPending() override;
 
+    // What the Options menu shows.
+    void setOptionChecked(int index, bool checked) override;
+    void setMaximized(bool maximized) override;
+    void mnuProperties_Click() override;
+    void followDisplaySettings() override;
+
   protected:
     /// The close box runs the same routine as Exit.
     void closeEvent(QCloseEvent* event) override;
@@ -86,7 +95,7 @@ class frmMain final : public QMainWindow, public RunView, public SaveView {
 
     void mnuExit_Click();
     void saveWith(const std::function<void()>& command);
-    void mnuOption_Click(int index, bool checked);
+    void mnuOption_Click(int index);
     void mnuLastTrial_Click();
     void mnuAveragedTrials_Click();
     void mnuLegend_Click();
@@ -96,6 +105,7 @@ class frmMain final : public QMainWindow, public RunView, public SaveView {
     void tbReset_Click();
     void showZoomState();
     bool mayExit();
+    bool idle(const char* otherwise);
 
     ProgramState& m_state;
     std::unique_ptr<Ui::frmMain> m_ui;
@@ -107,6 +117,7 @@ class frmMain final : public QMainWindow, public RunView, public SaveView {
     QLabel* m_pointerPanel;
     QLabel* m_devicePanel;
     QProgressBar* m_progress;
+    std::array<QAction*, 7> m_options;
     QSet<const QAction*> m_built; ///< commands that this version has
     bool m_busyPointer = false;
     bool m_exiting = false;

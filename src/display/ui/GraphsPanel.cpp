@@ -53,6 +53,12 @@ void GraphsPanel::offerPictures(FileDialogs& dialogs, Messages& messages) {
         m_pictures->serve(*graph);
 }
 
+void GraphsPanel::followDisplaySettings() {
+    labelTime(m_state.settings.setup.DisplayInSeconds, controls());
+    labelVoltage(m_state.settings.setup.DisplayInVolts, controls());
+    RedrawTrials();
+}
+
 void GraphsPanel::beginRealTime(double windowSeconds) {
     m_realTime.begin(windowSeconds, m_state.settings.setup.DisplayAutoScale);
 }

@@ -33,6 +33,9 @@ class GraphsPanel final : public QWidget {
 
     void RedrawTrials() { m_trials.RedrawTrials(m_state); }
 
+    /// Labels the axes in the units of the settings and scales the graphs as they say.
+    void followDisplaySettings();
+
     void beginRealTime(double windowSeconds);
     void showRealTime(const TrialData& block, double sampleIntervalSeconds);
     void endRealTime();

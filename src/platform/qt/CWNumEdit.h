@@ -3,6 +3,9 @@
 #include <QAbstractSpinBox>
 #include <QString>
 
+#include <limits>
+#include <string>
+
 namespace tavex2 {
 
 /// The numeric entry: keeps its value unrounded and shows it by a display format such as `0 "s"`. While it has the
@@ -22,6 +25,14 @@ class CWNumEdit final : public QAbstractSpinBox {
     QString format() const { return QString::fromStdString(m_format); }
     void setFormat(const QString& format);
 
+    /// What a user may enter; without it everything finite.
+    void setRange(double lowest, double highest);
+    double minimum() const { return m_lowest; }
+    double maximum() const { return m_highest; }
+
+    /// Only whole numbers can be entered.
+    void setWhole(bool whole) { m_whole = whole; }
+
     void stepBy(int steps) override;
     QValidator::State validate(QString& input, int& pos) const override;
     QSize sizeHint() const override;
@@ -38,11 +49,18 @@ class CWNumEdit final : public QAbstractSpinBox {
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
+    bool bounded() const;
+    bool inRange(double value) const { return value >= m_lowest && value <= m_highest; }
+    QString rangeText() const;
+    void sayRange();
     void takeText(const QString& text);
     void showValue();
 
     double m_value = 0;
     std::string m_format = "0";
+    double m_lowest = -std::numeric_limits<double>::infinity();
+    double m_highest = std::numeric_limits<double>::infinity();
+    bool m_whole = false;
 };
 
 } // namespace tavex2
