@@ -25,11 +25,17 @@ class MainWindowTest : public testing::Test {
 
     void start(std::vector<std::string> settings = {"Duration=0.05", "DIOMask=0"},
                const std::optional<std::string>& board = "simulator") {
-        auto program = WindowProgram::create({.board = board, .settings = std::move(settings)}, store);
+        startWith({.board = board, .settings = std::move(settings)});
+    }
+    void startWith(const WindowRequest& request) {
+        auto program = WindowProgram::create(request, store);
         ASSERT_TRUE(program) << program.error().text;
         m_program = std::move(program).value();
         m_program->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+        if (!request.file) { // else a dialog opens over it
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+        }
     }
 
     frmMain& window() { return m_program->window(); }

@@ -49,9 +49,12 @@ inline void press(QWidget& messageBox, QMessageBox::StandardButton button) {
     QTest::mouseClick(box->button(button), Qt::LeftButton);
 }
 
-/// Types a name into a file dialog and confirms it.
+/// Types a name into a file dialog and confirms it. While the field has the focus, the folder's listing, which comes
+/// when it is ready, does not write the proposed name over the typed one.
 inline void enterFileName(QWidget& fileDialog, const QString& name) {
     auto* edit = fileDialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    edit->setFocus();
+    if (!waitFor([edit] { return edit->hasFocus(); })) return;
     edit->setText(name);
     QTest::keyClick(edit, Qt::Key_Return);
 }

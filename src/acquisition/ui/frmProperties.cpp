@@ -12,6 +12,9 @@ namespace tavex2 {
 frmProperties::frmProperties(ProgramState& state, SetupServices services, QWidget* mainWindow)
     : QDialog(mainWindow), m_ui(std::make_unique<Ui::frmProperties>()), m_dialog(state, std::move(services)) {
     m_ui->setupUi(this);
+    constexpr int lines = 3; // of the longest usual text, so that the dialog does not jump
+    m_ui->lblMeaning->setMinimumHeight(fontMetrics().lineSpacing() * lines);
+    m_ui->lblMeaning->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     m_dialog.Form_Load();
     bindSampling();
     bindTrigger();

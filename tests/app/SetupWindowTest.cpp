@@ -1,0 +1,429 @@
+#include "acquisition/SetupFile.h"
+#include "app/MainWindowFixture.h"
+#include "platform/qt/CWNumEdit.h"
+
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QLineEdit>
+
+namespace tavex2::test {
+namespace {
+
+using testing::HasSubstr;
+
+/// The setup dialog and the Options menu, driven through their widgets.
+class SetupWindowTest : public MainWindowTest {
+  protected:
+    void inDialog(const std::function<void(QWidget& dialog)>& drive, const char* command = "mnuEdit_1") {
+        WhenDialogOpens dialog("frmProperties", drive);
+        action(command).trigger();
+        ASSERT_TRUE(dialog.opened());
+    }
+
+    template <class Widget>
+    static Widget& in(QWidget& dialog, const char* name) {
+        auto* found = dialog.findChild<Widget*>(QLatin1String(name));
+        if (found == nullptr) throw std::runtime_error(std::string("no control named ") + name);
+        return *found;
+    }
+    static CWNumEdit& box(QWidget& dialog, const char* name) { return in<CWNumEdit>(dialog, name); }
+    static void click(QWidget& dialog, const char* name) { in<QAbstractButton>(dialog, name).click(); }
+    static void type(QWidget& dialog, const char* name, const char* text) {
+        CWNumEdit& edit = box(dialog, name);
+        edit.setFocus();
+        edit.selectAll();
+        QTest::keyClicks(&edit, QLatin1String(text));
+        in<QAbstractButton>(dialog, "cmdOK").setFocus();
+    }
+    static std::string line(QWidget& dialog) { return in<QLabel>(dialog, "lblMeaning").text().toStdString(); }
+
+    /// The settings as a file saved from the menu holds them.
+    AcqSettings saved() {
+        const std::filesystem::path file = folder / "check.set";
+        std::filesystem::remove(file);
+        WhenDialogOpens dialog("CommonDialog",
+                               [&](QWidget& shown) { enterFileName(shown, QString::fromStdString(file.string())); });
+        action("mnuOption_6").trigger();
+        EXPECT_TRUE(dialog.opened());
+        AcqSettings settings;
+        EXPECT_TRUE(readSetupFile(file, settings));
+        return settings;
+    }
+    std::filesystem::path write(const char* name, const std::string& bytes) {
+        std::ofstream(folder / name, std::ios::binary) << bytes;
+        return folder / name;
+    }
+    void load(const std::filesystem::path& file) {
+        WhenDialogOpens dialog("CommonDialog",
+                               [&](QWidget& shown) { enterFileName(shown, QString::fromStdString(file.string())); });
+        action("mnuOption_5").trigger();
+        EXPECT_TRUE(dialog.opened());
+    }
+};
+
+TEST_F(SetupWindowTest, HasTheCaptionsFormatsLimitsAndTipsOfTheLaboratorysInstructions) {
+    start();
+    inDialog([](QWidget& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Stimulus and Sampling Properities"));
+        const std::vector<std::pair<const char*, const char*>> frames{
+            {"fraSampling", "Sampling"}, {"fraTriggering", "Trigger Conditions"},
+            {"fraStimulus", "Stimulus"}, {"fraSound", "Sound"},
+            {"fraOptions", "Options"},   {"fraFile", "&File"},
+            {"fraDevice", "A/D Device"}};
+        for (const auto& [name, title] : frames)
+            EXPECT_EQ(in<QGroupBox>(dialog, name).title(), QLatin1String(title));
+
+        const std::vector<std::pair<const char*, const char*>> buttons{
+            {"optTrigger_0", "&Immediate start"},
+            {"optTrigger_1", "&Use trigger channel"},
+            {"optTriggerSlope_0", "+ve slope"},
+            {"optTriggerSlope_1", "--ve slope"},
+            {"cbDIO_0", "DIO &0"},
+            {"cbDIO_1", "DIO &1"},
+            {"cbDIO_2", "DIO &2"},
+            {"cbSound_0", "&Sound before"},
+            {"cbSound_1", "&Sound after"},
+            {"chkOffsets", "&Save chan. offsets"},
+            {"chkPauseToReset", "&Pause to Reset"},
+            {"chkComments", "&Add comments to each trial"},
+            {"chkRandom", "&Allow random sound after trigger"},
+            {"chkAutosave", "&Autosave"},
+            {"optSaveType_0", "Binary format (.lmb)"},
+            {"optSaveType_1", "Tab-delimited ASCII (.tab)"}};
+        for (const auto& [name, caption] : buttons)
+            EXPECT_EQ(in<QAbstractButton>(dialog, name).text(), QLatin1String(caption));
+
+        struct Box {
+            const char* name;
+            const char* label;
+            const char* shown;
+            double lowest;
+            double highest;
+            const char* tip;
+        };
+        const std::vector<Box> boxes{
+            {"cwnRate", "&Rate:", "1000 Hz", 1, 100000,
+             "Enter sampling rate per channel. Range 1 Hz to 100 kHz. Note, 100 kHz can only ber used to sample a "
+             "single "
+             "channel."},
+            {"cwnDuration", "&Duration:", ".05 s", 0.01, 3600, "Enter sample duration in seconds."},
+            {"cwnUpper", "&Upper:", "10.0 V", -10, 10, "Enter maximum expected voltage."},
+            {"cwnLower", "&Lower:", "-10.0 V", -10, 10, "Enter minimum expected voltage."},
+            {"cwnRepeat", "R&epeat:", "1 x", 1, 500, "Enter number of times to repeat sampling."},
+            {"cwnStartDelay", "&Start delay (s):", "0 s", 0, 30, "Enter the amount of delay before triggering starts."},
+            {"CWNumTriggerChannel", "&Channel:", "00", 0, 63,
+             "Select channel to trigger on. Note, it must be one of the data channels."},
+            {"CWNumTriggerLevel", "&Level:", "1.0 V", -9.8, 9.8, "Enter trigger level in volts (range +/- 9 V)."},
+            {"CWNumPretrigger", "&Pretrigger %:", "10 %", 0, 95,
+             "Select percentage of sample duration to keep before the trigger."},
+            {"cwnLatency_0", "Delay:", "5 ms", 0, 120000, nullptr},
+            {"cwnSoundFreq", "Fre&quency:", "0 Hz", 5, 10000, nullptr},
+            {"cwnSoundDuration", "Dur&ation:", "0 s", 0.02, 30, nullptr},
+            {"CWNumTrial", "&Number:", "0", 0, 9999, nullptr}};
+        for (const Box& expected : boxes) {
+            const CWNumEdit& shown = box(dialog, expected.name);
+            EXPECT_EQ(shown.text(), QLatin1String(expected.shown)) << expected.name;
+            EXPECT_EQ(shown.minimum(), expected.lowest) << expected.name;
+            EXPECT_EQ(shown.maximum(), expected.highest) << expected.name;
+            if (expected.tip != nullptr) {
+                EXPECT_EQ(shown.toolTip(), QLatin1String(expected.tip));
+            }
+            bool labelled = false;
+            for (const QLabel* label : dialog.findChildren<QLabel*>())
+                if (label->buddy() == &shown) labelled = label->text() == QLatin1String(expected.label);
+            EXPECT_TRUE(labelled) << expected.name;
+        }
+        EXPECT_EQ(
+            in<QWidget>(dialog, "txtChannels").toolTip(),
+            QStringLiteral("Enter channel string here. Use : to indicate a range, i.e., 2 to 5 = 2:5. Use commas to "
+                           "separate channels. "));
+        EXPECT_EQ(in<QWidget>(dialog, "txtFilename").toolTip(),
+                  QStringLiteral("Enter a prefix to add to the filenames."));
+        EXPECT_EQ(in<QWidget>(dialog, "optTrigger_0").toolTip(),
+                  QStringLiteral("Select if you want to start collection immediately, including any delay."));
+        EXPECT_EQ(in<QWidget>(dialog, "optTrigger_1").toolTip(),
+                  QStringLiteral("Select if you want to trigger on a data channel."));
+        EXPECT_EQ(in<QWidget>(dialog, "optTriggerSlope_0").toolTip(), QStringLiteral("Trigger on a rising slope."));
+        EXPECT_EQ(in<QWidget>(dialog, "optTriggerSlope_1").toolTip(), QStringLiteral("Change on a falling slope."));
+        EXPECT_EQ(in<QWidget>(dialog, "chkOffsets").toolTip(),
+                  QStringLiteral("Check this box to record and save each channel's offset before data collection "
+                                 "starts."));
+        EXPECT_EQ(box(dialog, "cwnDevice").maximum(), 10);
+        EXPECT_EQ(in<QLineEdit>(dialog, "txtDevice").text(), QStringLiteral("Simulated board"));
+        click(dialog, "cmdCancel");
+    });
+}
+
+TEST_F(SetupWindowTest, EveryFieldGoesThroughTheDialogAndAFileAndBack) {
+    start();
+    inDialog([](QWidget& dialog) {
+        in<QLineEdit>(dialog, "txtChannels").setText(QStringLiteral("0,2:3"));
+        type(dialog, "cwnRate", "2000");
+        type(dialog, "cwnDuration", "0.25 s");
+        type(dialog, "cwnUpper", "5");
+        type(dialog, "cwnLower", "-2,5");
+        type(dialog, "cwnRepeat", "3");
+        type(dialog, "cwnStartDelay", "12");
+        click(dialog, "optTrigger_1");
+        type(dialog, "CWNumTriggerChannel", "2");
+        type(dialog, "CWNumTriggerLevel", "-1.5");
+        type(dialog, "CWNumPretrigger", "20");
+        click(dialog, "optTriggerSlope_1");
+        click(dialog, "cbDIO_1");
+        type(dialog, "cwnLatency_1", "250");
+        for (const char* name : {"chkOffsets", "chkPauseToReset", "chkComments", "chkRandom", "chkAutosave"})
+            click(dialog, name);
+        click(dialog, "optSaveType_1");
+        in<QLineEdit>(dialog, "txtFilename").setText(QStringLiteral("Arm"));
+        type(dialog, "CWNumTrial", "77");
+        click(dialog, "cmdOK");
+    });
+    const AcqSettings settings = saved();
+    EXPECT_EQ(settings.sampling.Channels.trimmed(), "0,2:3");
+    EXPECT_EQ(settings.sampling.Rate, 2000);
+    EXPECT_EQ(settings.sampling.Duration, 0.25F);
+    EXPECT_EQ(settings.sampling.UpperVolts, 5);
+    EXPECT_EQ(settings.sampling.LowerVolts, -2.5F);
+    EXPECT_EQ(settings.sampling.Repeat, 3);
+    EXPECT_EQ(settings.setup.StartDelay, 12);
+    EXPECT_EQ(settings.setup.TriggerMode, 1);
+    EXPECT_EQ(settings.trigger.TriggerChannel, "2");
+    EXPECT_EQ(settings.trigger.TriggerLevel, -1.5F);
+    EXPECT_EQ(settings.trigger.Pretrigger, 20);
+    EXPECT_FALSE(settings.trigger.TriggerRising);
+    EXPECT_EQ(settings.sampling.DIOMask, 0b010);
+    EXPECT_EQ(settings.sampling.DIOLatency[1], 250);
+    EXPECT_TRUE(settings.setup.SaveOffsets);
+    EXPECT_TRUE(settings.setup.PauseToReset);
+    EXPECT_TRUE(settings.setup.Comments);
+    EXPECT_TRUE(settings.trigger.RandomSound);
+    EXPECT_TRUE(settings.setup.Autosave);
+    EXPECT_EQ(settings.setup.SaveType, 1);
+    EXPECT_EQ(settings.setup.FilePrefix, "Arm");
+    EXPECT_EQ(settings.setup.TrialNumber, 77);
+
+    inDialog([](QWidget& dialog) {
+        EXPECT_EQ(in<QLineEdit>(dialog, "txtChannels").text(), QStringLiteral("0,2:3"));
+        EXPECT_EQ(box(dialog, "cwnDuration").value(), 0.25);
+        EXPECT_EQ(box(dialog, "cwnDuration").text(), QStringLiteral(".25 s"));
+        EXPECT_TRUE(in<QAbstractButton>(dialog, "optTrigger_1").isChecked());
+        EXPECT_TRUE(in<QAbstractButton>(dialog, "cbDIO_1").isChecked());
+        EXPECT_FALSE(in<QAbstractButton>(dialog, "chkRandom").isChecked());
+        click(dialog, "cmdCancel");
+    });
+}
+
+TEST_F(SetupWindowTest, TheNextCollectionFollowsTheDialog) {
+    start();
+    inDialog([](QWidget& dialog) {
+        in<QLineEdit>(dialog, "txtChannels").setText(QStringLiteral("0:2"));
+        in<QLineEdit>(dialog, "txtFilename").setText(QStringLiteral("Leg"));
+        type(dialog, "CWNumTrial", "7");
+        click(dialog, "cmdOK");
+    });
+    collect();
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Leg0008 (Unsaved)"));
+    EXPECT_EQ(plots("cwG"), 3);
+}
+
+TEST_F(SetupWindowTest, ATriggerThatIsConfirmedIsWaitedForAndOneThatIsNotIsIgnored) {
+    start();
+    inDialog([](QWidget& dialog) {
+        click(dialog, "optTrigger_1");
+        click(dialog, "cmdCancel");
+    });
+    collect();
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Trial0001 (Unsaved)")) << "an immediate start";
+    inDialog([](QWidget& dialog) {
+        EXPECT_TRUE(in<QAbstractButton>(dialog, "optTrigger_1").isChecked()) << "the click is kept";
+        type(dialog, "CWNumTriggerLevel", "9.8");
+        click(dialog, "cmdOK");
+    });
+    button("Collect").click();
+    EXPECT_EQ(status(), QStringLiteral("Waiting for trigger before acquiring data"));
+    WhenDialogOpens question("MessageBox", [](QWidget& box) { press(box, QMessageBox::Yes); });
+    button("Stop").click();
+    EXPECT_TRUE(question.opened());
+}
+
+TEST_F(SetupWindowTest, CancelAndEscapeStoreNothing) {
+    start();
+    const AcqSettings before = saved();
+    for (const bool escape : {false, true})
+        inDialog([escape](QWidget& dialog) {
+            type(dialog, "cwnRate", "5");
+            type(dialog, "cwnDevice", "4");
+            EXPECT_EQ(in<QLineEdit>(dialog, "txtDevice").text(), QStringLiteral("none"));
+            escape ? QTest::keyClick(&dialog, Qt::Key_Escape) : click(dialog, "cmdCancel");
+        });
+    EXPECT_EQ(saved(), before);
+    EXPECT_EQ(child<QLabel>("StatusPanel2").text(), QStringLiteral("Device: Simulated board"));
+}
+
+TEST_F(SetupWindowTest, ValuesOutsideTheRangeAreRefusedAsTheyAreTyped) {
+    start();
+    inDialog([](QWidget& dialog) {
+        type(dialog, "cwnRate", "100001"); // the last digit is refused
+        EXPECT_EQ(box(dialog, "cwnRate").value(), 10000);
+        type(dialog, "cwnRate", "12.5"); // whole numbers only
+        EXPECT_EQ(box(dialog, "cwnRate").value(), 125);
+        type(dialog, "cwnDuration", "0"); // too small, and nothing follows
+        EXPECT_EQ(box(dialog, "cwnDuration").value(), static_cast<double>(0.05F));
+        type(dialog, "cwnDuration", "0.02"); // what begins too small may go on
+        EXPECT_EQ(box(dialog, "cwnDuration").value(), 0.02);
+        type(dialog, "CWNumTriggerLevel", "-9.9");
+        EXPECT_NE(box(dialog, "CWNumTriggerLevel").value(), -9.9);
+        type(dialog, "cwnRepeat", "abc");
+        EXPECT_EQ(box(dialog, "cwnRepeat").value(), 1);
+        click(dialog, "cmdCancel");
+    });
+}
+
+TEST_F(SetupWindowTest, WhatIsOffIsDisabled) {
+    start();
+    inDialog([](QWidget& dialog) {
+        EXPECT_FALSE(in<QWidget>(dialog, "fraTriggering").isEnabled());
+        click(dialog, "optTrigger_1");
+        EXPECT_TRUE(in<QWidget>(dialog, "fraTriggering").isEnabled());
+        EXPECT_FALSE(box(dialog, "cwnLatency_2").isEnabled());
+        click(dialog, "cbDIO_2");
+        EXPECT_TRUE(box(dialog, "cwnLatency_2").isEnabled());
+        EXPECT_FALSE(in<QWidget>(dialog, "optSaveType_1").isEnabled());
+        click(dialog, "chkAutosave");
+        EXPECT_TRUE(in<QWidget>(dialog, "optSaveType_1").isEnabled());
+        click(dialog, "cmdCancel");
+    });
+}
+
+TEST_F(SetupWindowTest, OneLineTellsWhatTheSettingsComeTo) {
+    start();
+    inDialog([](QWidget& dialog) {
+        EXPECT_THAT(line(dialog), HasSubstr("51 samples of 2 channels a trial"));
+        type(dialog, "cwnRate", "2000");
+        EXPECT_THAT(line(dialog), HasSubstr("101 samples"));
+        in<QLineEdit>(dialog, "txtChannels").setText(QStringLiteral("0:70"));
+        EXPECT_THAT(line(dialog), HasSubstr("<b>")) << "the board has 64 inputs";
+        in<QLineEdit>(dialog, "txtChannels").setText(QStringLiteral("0:1"));
+        click(dialog, "optTrigger_1");
+        type(dialog, "CWNumTriggerChannel", "5");
+        EXPECT_THAT(line(dialog), HasSubstr("not among the listed channels"));
+        click(dialog, "cbDIO_0");
+        type(dialog, "cwnLatency_0", "40000");
+        EXPECT_THAT(line(dialog), HasSubstr("32767 ms"));
+        click(dialog, "cmdOK");
+        EXPECT_TRUE(dialog.isVisible()) << "such a delay cannot be stored";
+        type(dialog, "cwnLatency_0", "4000");
+        click(dialog, "cmdOK");
+        EXPECT_FALSE(dialog.isVisible()) << "the rest is only a warning";
+    });
+}
+
+TEST_F(SetupWindowTest, WaitsForACollectionAndEndsARealTimeView) {
+    start({"Duration=3000", "DIOMask=0"});
+    button("Collect").click();
+    action("mnuEdit_1").trigger(); // no dialog opens, or this would wait for it
+    EXPECT_TRUE(status().startsWith(QLatin1String("A trial is being collected."))) << status().toStdString();
+    action("mnuOption_5").trigger();
+    EXPECT_TRUE(status().startsWith(QLatin1String("A trial is being collected."))) << status().toStdString();
+    WhenDialogOpens question("MessageBox", [](QWidget& box) { press(box, QMessageBox::Yes); });
+    button("Stop").click();
+    ASSERT_TRUE(question.opened());
+    button("Realtime").click();
+    inDialog([](QWidget& dialog) { click(dialog, "cmdCancel"); }, "tbConfigure");
+    EXPECT_FALSE(button("Stop").isEnabled());
+}
+
+// Options menu and setup files ----------------------------------------------------------------------------------------
+
+TEST_F(SetupWindowTest, AfterOKTheCheckMarksAreOneOff) {
+    start();
+    inDialog([](QWidget& dialog) {
+        click(dialog, "chkPauseToReset");
+        click(dialog, "chkAutosave");
+        click(dialog, "cmdOK");
+    });
+    EXPECT_TRUE(action("mnuOption_0").isChecked());
+    EXPECT_FALSE(action("mnuOption_2").isChecked()) << "SaveOffsets";
+    EXPECT_TRUE(action("mnuOption_3").isChecked()) << "PauseToReset";
+    EXPECT_FALSE(action("mnuOption_4").isChecked());
+    action("mnuOption_3").trigger();
+    EXPECT_TRUE(window().isMaximized());
+    EXPECT_TRUE(action("mnuOption_3").isChecked()) << "its own field again";
+    action("mnuOption_3").trigger();
+    EXPECT_FALSE(window().isMaximized());
+    EXPECT_FALSE(action("mnuOption_3").isChecked());
+}
+
+TEST_F(SetupWindowTest, LoadingASetupShowsItInTheDialogAndRelabelsTheGraphs) {
+    start();
+    AcqSettings stored;
+    stored.sampling.Rate = 750;
+    stored.setup.DisplayInVolts = false;
+    stored.setup.DisplayInSeconds = false;
+    const auto file = write("Protocol.set", encodeSetup(stored));
+    WhenDialogOpens setup("frmProperties", [](QWidget& dialog) {
+        EXPECT_EQ(box(dialog, "cwnRate").value(), 750);
+        click(dialog, "cmdOK");
+    });
+    load(file);
+    ASSERT_TRUE(setup.opened());
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Protocol"));
+    EXPECT_EQ(child<QWidget>("cwG").property("yCaption"), QStringLiteral("Voltage (millivolts)"));
+    EXPECT_EQ(child<QWidget>("cwG").property("xCaption"), QStringLiteral("Current Trial (milliseconds)"));
+    EXPECT_EQ(saved().sampling.Rate, 750);
+}
+
+TEST_F(SetupWindowTest, AForeignFileIsRefusedWithItsMessage) {
+    start();
+    WhenDialogOpens version("MessageBox", [](QWidget& box) {
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Setup File Version Invalid"));
+        press(box, QMessageBox::Ok);
+    });
+    load(write("Foreign.set", std::string(500, 'x')));
+    EXPECT_TRUE(version.opened());
+    WhenDialogOpens cut("MessageBox", [](QWidget& box) {
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Error Reading Options"));
+        press(box, QMessageBox::Ok);
+    });
+    load(write("Short.set", encodeSetup(AcqSettings{}).substr(0, 100)));
+    EXPECT_TRUE(cut.opened());
+}
+
+TEST_F(SetupWindowTest, WildValuesOfAFileAreShownAndACollectionWithThemIsRefused) {
+    start();
+    AcqSettings wild;
+    wild.sampling.Duration = -7;
+    wild.sampling.Repeat = 32000;
+    wild.setup.Device = 1;
+    wild.setup.DisplayPreset = 99;
+    wild.setup.TriggerMode = -4;
+    const auto file = write("Wild.set", encodeSetup(wild));
+    WhenDialogOpens setup("frmProperties", [](QWidget& dialog) {
+        EXPECT_THAT(line(dialog), HasSubstr("Duration must be"));
+        click(dialog, "cmdOK");
+    });
+    load(file);
+    ASSERT_TRUE(setup.opened());
+    WhenDialogOpens refusal("MessageBox", [](QWidget& box) {
+        EXPECT_THAT(dynamic_cast<QMessageBox&>(box).text().toStdString(), HasSubstr("Duration must be"));
+        press(box, QMessageBox::Ok);
+    });
+    button("Collect").click();
+    EXPECT_TRUE(refusal.opened());
+}
+
+TEST_F(SetupWindowTest, ASetupFileOfTheCommandLineOpensWithTheWindow) {
+    AcqSettings stored;
+    stored.sampling.Rate = 321;
+    const auto file = write("Bench.set", encodeSetup(stored));
+    WhenDialogOpens setup("frmProperties", [](QWidget& dialog) {
+        EXPECT_EQ(box(dialog, "cwnRate").value(), 321);
+        click(dialog, "cmdOK");
+    });
+    startWith({.board = "simulator", .file = file});
+    ASSERT_TRUE(waitFor([&] { return setup.opened(); }));
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Bench"));
+}
+
+} // namespace
+} // namespace tavex2::test
