@@ -79,6 +79,7 @@ class FakeSound final : public SoundOutput {
 
     int deviceCount() const override { return devices; }
     void playFile(const std::filesystem::path& path) override { played.push_back(path); }
+    void finishPlaying(std::chrono::milliseconds) override {}
 };
 
 /// Records every port write with the clock's reading.
