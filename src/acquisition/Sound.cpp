@@ -22,6 +22,8 @@ void append(std::string& bytes, std::uint32_t value, int width) {
         bytes += static_cast<char>((value >> (8 * i)) & 0xFFU);
 }
 
+} // namespace
+
 std::string toneBytes(double frequencyHz, double durationSeconds) {
     // The width of the period is part of the file's bytes, so the short value of pi stays.
     constexpr double shortPi = 3.14159265;
@@ -46,8 +48,6 @@ std::string toneBytes(double frequencyHz, double durationSeconds) {
         bytes += static_cast<char>(roundHalfEven(std::sin(i * radiansPerSample) * 64 + 128));
     return bytes;
 }
-
-} // namespace
 
 Result<void> WriteTone(const std::filesystem::path& path, double frequencyHz, double durationSeconds) {
     // Opened for reading too, because opening for writing alone would empty the file first.

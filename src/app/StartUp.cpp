@@ -19,8 +19,7 @@ constexpr const char* defaultSpreadsheet = "Excel.exe";
 int findSound(SoundSettings& sound, const StartUpServices& services) {
     const int devices = services.sound.deviceCount();
     if (devices == 0) return 0;
-    sound = {
-        .SoundBefore = false, .SoundAvailable = true, .SoundFreq = 500.0, .SoundDuration = 1.0, .SoundAfter = false};
+    sound = defaultTone();
     // A tone that cannot be written is a tone that is not heard: no reason to keep the program from starting.
     (void)WriteTone(services.toneFile, sound.SoundFreq, sound.SoundDuration);
     return devices;
@@ -70,6 +69,11 @@ StartUpResult startUp(ProgramState& state, const StartUpServices& services) {
     if (services.digitalOutput.lines() > 0) services.digitalOutput.write(0);
     result.maximized = state.settings.setup.StartMaximized;
     return result;
+}
+
+SoundSettings defaultTone() {
+    return {
+        .SoundBefore = false, .SoundAvailable = true, .SoundFreq = 500.0, .SoundDuration = 1.0, .SoundAfter = false};
 }
 
 std::filesystem::path toneFileIn(const std::filesystem::path& programFolder, const std::filesystem::path& userFolder) {

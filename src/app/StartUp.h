@@ -33,6 +33,9 @@ struct StartUpResult {
 /// directory, stimulus lines low. Failures of single steps leave their defaults and are silent.
 StartUpResult startUp(ProgramState& state, const StartUpServices& services);
 
+/// The sound settings of a machine that can play: no tone yet, 500 Hz for one second once one is asked for.
+SoundSettings defaultTone();
+
 /// The stimulus tone's place: beside the program, or in the user's data folder where the program's cannot be written
 /// to.
 std::filesystem::path toneFileIn(const std::filesystem::path& programFolder, const std::filesystem::path& userFolder);

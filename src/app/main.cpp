@@ -4,10 +4,12 @@
 #include "display/ui/TrialPicture.h"
 #include "platform/Display.h"
 #include "platform/qt/QtSettingsStore.h"
+#include "platform/sdl/SdlSound.h"
 
 #include <QApplication>
 
 #include <iostream>
+#include <memory>
 
 namespace {
 
@@ -41,7 +43,8 @@ int runWindow(const WindowRequest& request, SettingsStore& store, int argc, char
     QApplication::setApplicationName(QStringLiteral("Tavex2"));
     QApplication::setApplicationVersion(QLatin1String(versionText));
     QApplication::setDesktopFileName(QStringLiteral("tavex2"));
-    auto program = WindowProgram::create(request, store);
+    SdlSound sound;
+    auto program = WindowProgram::create(request, store, sound);
     if (!program) {
         std::cerr << "tavex2: " << program.error().text << '\n';
         return 1;
@@ -54,7 +57,9 @@ int runWindow(const WindowRequest& request, SettingsStore& store, int argc, char
 
 int main(int argc, char** argv) {
     QtSettingsStore store;
-    const CommandLineResult asked =
-        runCommandLine(argc, argv, {.out = std::cout, .err = std::cerr, .store = store, .drawPicture = drawPicture});
+    const CommandLineResult asked = runCommandLine(
+        argc, argv, {.out = std::cout, .err = std::cerr, .store = store, .drawPicture = drawPicture, .openSound = [] {
+                         return std::make_unique<SdlSound>();
+                     }});
     return asked.window ? runWindow(*asked.window, store, argc, argv) : asked.exitCode;
 }

@@ -20,6 +20,17 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
+/// Keeps the bytes of what is played.
+class LoggingSound final : public SoundOutput {
+  public:
+    int devices = 1;
+    std::vector<std::string>* heard = nullptr;
+
+    int deviceCount() const override { return devices; }
+    void playFile(const fs::path& path) override { heard->push_back(bytesOf(path)); }
+    void finishPlaying(std::chrono::milliseconds) override { heard->emplace_back("finished"); }
+};
+
 /// Runs the program's commands as they are typed, in this process.
 class CommandLineTest : public testing::Test {
   protected:
@@ -41,10 +52,22 @@ class CommandLineTest : public testing::Test {
         stdOut.str("");
         stdErr.str("");
         result = runCommandLine(static_cast<int>(argv.size()), argv.data(),
-                                {.out = stdOut, .err = stdErr, .store = store, .drawPicture = [this](auto& picture) {
-                                     pictures.push_back(picture);
-                                     return Result<void>();
-                                 }});
+                                {.out = stdOut,
+                                 .err = stdErr,
+                                 .store = store,
+                                 .drawPicture =
+                                     [this](auto& picture) {
+                                         pictures.push_back(picture);
+                                         return Result<void>();
+                                     },
+                                 .openSound =
+                                     [this] {
+                                         ++soundsOpened;
+                                         auto opened = std::make_unique<LoggingSound>();
+                                         opened->devices = soundDevices;
+                                         opened->heard = &heard;
+                                         return opened;
+                                     }});
         return result.exitCode;
     }
 
@@ -55,6 +78,10 @@ class CommandLineTest : public testing::Test {
         all.insert(all.end(), arguments.begin(), arguments.end());
         return run(all);
     }
+
+    int soundDevices = 1;
+    int soundsOpened = 0;
+    std::vector<std::string> heard; ///< bytes of the files played, "finished" for each wait
 
     /// Everything that stands on the error stream, which has to be one line.
     std::string errorLine() {
@@ -347,6 +374,78 @@ TEST_F(CommandLineTest, BoardsListsWhatCanBeUsed) {
     EXPECT_EQ(json[1].at("Inputs"), 3);
     EXPECT_EQ(run({"collect", "--fast", "--out", out.string(), "--board", "2", "--set", "Rate=100"}), 0)
         << stdErr.str();
+}
+
+// Sound ---------------------------------------------------------------------------------------------------------------
+
+TEST_F(CommandLineTest, ToneWritesTheStimulusTone) {
+    ASSERT_EQ(run({"tone", (folder / "tone.wav").string()}), 0) << stdErr.str();
+    const std::string bytes = bytesOf(folder / "tone.wav");
+    ASSERT_EQ(bytes.size(), 11069U);
+    std::vector<int> first;
+    for (std::size_t i = 44; i < 50; ++i)
+        first.push_back(static_cast<unsigned char>(bytes[i]));
+    EXPECT_THAT(first, ElementsAre(128, 146, 163, 176, 186, 191));
+}
+
+TEST_F(CommandLineTest, AShorterToneTakesThePlaceOfALongerOne) {
+    const std::string file = (folder / "tone.wav").string();
+    ASSERT_EQ(run({"tone", file, "--duration", "2", "--frequency", "1000"}), 0);
+    EXPECT_EQ(fs::file_size(file), 44U + 22050U);
+    ASSERT_EQ(run({"tone", file, "--duration", "0"}), 0);
+    EXPECT_EQ(fs::file_size(file), 44U);
+}
+
+TEST_F(CommandLineTest, AToneThatCannotBeWrittenIsToldInOneLine) {
+    EXPECT_EQ(run({"tone", (folder / "missing" / "tone.wav").string()}), 1);
+    errorLine();
+    for (const char* wrong : {"--duration=-1", "--duration=long", "--frequency=0", "--frequency=20000"}) {
+        EXPECT_EQ(run({"tone", (folder / "tone.wav").string(), wrong}), 2) << wrong;
+        errorLine();
+    }
+    EXPECT_EQ(run({"tone"}), 2);
+}
+
+TEST_F(CommandLineTest, CollectPlaysTheToneOfTheSettingsAndLetsItSound) {
+    ASSERT_EQ(run({"collect", "--out", out.string(), "--set", "Duration=0.02", "--set", "DIOMask=0", "--set",
+                   "SoundBefore=1", "--set", "SoundFreq=800", "--set", "SoundDuration=0.1"}),
+              0)
+        << stdErr.str();
+    ASSERT_EQ(run({"tone", (folder / "same.wav").string(), "--frequency", "800", "--duration", "0.1"}), 0);
+    EXPECT_THAT(heard, ElementsAre(bytesOf(folder / "same.wav"), "finished"));
+}
+
+TEST_F(CommandLineTest, CollectOpensNoSoundThatNobodyAskedFor) {
+    ASSERT_EQ(collect({}), 0);
+    ASSERT_EQ(collect({"--set", "SoundBefore=1"}), 0) << "fast runs are silent";
+    EXPECT_EQ(soundsOpened, 0);
+}
+
+TEST_F(CommandLineTest, CollectSaysWhenAToneCannotBeHeard) {
+    soundDevices = 0;
+    ASSERT_EQ(run({"collect", "--out", out.string(), "--set", "Duration=0.02", "--set", "DIOMask=0", "--set",
+                   "SoundAfter=1"}),
+              0);
+    EXPECT_THAT(errorLine(), HasSubstr("no sound output"));
+    EXPECT_THAT(filesWritten(), ElementsAre("Trial0001.lmb"));
+}
+
+// Opening a file ------------------------------------------------------------------------------------------------------
+
+TEST_F(CommandLineTest, ASetupFileAsksForTheWindow) {
+    ASSERT_TRUE(writeSetupFile(folder / "Protocol.SET", AcqSettings{}));
+    EXPECT_EQ(run({(folder / "Protocol.SET").string(), "--board", "simulator"}), 0) << stdErr.str();
+    ASSERT_TRUE(result.window);
+    EXPECT_EQ(result.window->file, folder / "Protocol.SET");
+    EXPECT_EQ(result.window->board, "simulator");
+}
+
+TEST_F(CommandLineTest, WhatIsNeitherACommandNorASetupFileIsWrongUsage) {
+    EXPECT_EQ(run({"colect"}), 2);
+    EXPECT_THAT(errorLine(), HasSubstr("'colect' is neither a command nor a setup file"));
+    EXPECT_FALSE(result.window);
+    EXPECT_EQ(run({(folder / "missing.set").string()}), 1);
+    EXPECT_THAT(errorLine(), HasSubstr("There is no setup file"));
 }
 
 } // namespace

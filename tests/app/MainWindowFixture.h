@@ -16,6 +16,7 @@ namespace tavex2::test {
 class MainWindowTest : public testing::Test {
   protected:
     MainWindowTest() : m_before(std::filesystem::current_path()) {
+        sound.devices = 0;
         store.values["Tavex2/Startup/Datadir"] = folder.path().string();
     }
     ~MainWindowTest() override {
@@ -28,7 +29,8 @@ class MainWindowTest : public testing::Test {
         startWith({.board = board, .settings = std::move(settings)});
     }
     void startWith(const WindowRequest& request) {
-        auto program = WindowProgram::create(request, store);
+        m_program.reset();
+        auto program = WindowProgram::create(request, store, sound);
         ASSERT_TRUE(program) << program.error().text;
         m_program = std::move(program).value();
         m_program->show();
@@ -68,6 +70,7 @@ class MainWindowTest : public testing::Test {
 
     TemporaryFolder folder;
     FakeSettingsStore store;
+    FakeSound sound;
 
   private:
     std::filesystem::path m_before;

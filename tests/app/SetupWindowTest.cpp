@@ -1,4 +1,5 @@
 #include "acquisition/SetupFile.h"
+#include "acquisition/Sound.h"
 #include "app/MainWindowFixture.h"
 #include "platform/qt/CWNumEdit.h"
 
@@ -293,6 +294,30 @@ TEST_F(SetupWindowTest, WhatIsOffIsDisabled) {
         EXPECT_TRUE(in<QWidget>(dialog, "optSaveType_1").isEnabled());
         click(dialog, "cmdCancel");
     });
+}
+
+TEST_F(SetupWindowTest, SoundIsOfferedWhereTheMachineHasIt) {
+    start();
+    inDialog([](QWidget& dialog) {
+        EXPECT_FALSE(in<QWidget>(dialog, "fraSound").isEnabled());
+        click(dialog, "cmdCancel");
+    });
+    sound.devices = 1;
+    start();
+    inDialog([](QWidget& dialog) {
+        EXPECT_TRUE(in<QWidget>(dialog, "fraSound").isEnabled());
+        EXPECT_EQ(box(dialog, "cwnSoundFreq").text(), QStringLiteral("500 Hz"));
+        EXPECT_FALSE(box(dialog, "cwnSoundFreq").isEnabled());
+        click(dialog, "cbSound_0");
+        EXPECT_TRUE(box(dialog, "cwnSoundFreq").isEnabled());
+        type(dialog, "cwnSoundFreq", "750");
+        type(dialog, "cwnSoundDuration", "0.1");
+        click(dialog, "cmdOK");
+    });
+    EXPECT_EQ(saved().sound.SoundFreq, 750);
+    collect();
+    ASSERT_EQ(sound.played.size(), 1U);
+    EXPECT_EQ(bytesOf(sound.played.front()).substr(0, 44), toneBytes(750, 0.1).substr(0, 44));
 }
 
 TEST_F(SetupWindowTest, OneLineTellsWhatTheSettingsComeTo) {

@@ -43,7 +43,8 @@ class RecordedTrialTest : public testing::Test {
                                  {.out = out,
                                   .err = std::cerr,
                                   .store = store,
-                                  .drawPicture = [](const TrialPicture&) { return Result<void>(); }})
+                                  .drawPicture = [](const TrialPicture&) { return Result<void>(); },
+                                  .openSound = nullptr})
                       .exitCode,
                   0);
     }

@@ -3,9 +3,11 @@
 #include "acquisition/AcqFields.h"
 #include "acquisition/RunController.h"
 #include "acquisition/SetupFile.h"
+#include "acquisition/Sound.h"
 #include "acquisition/StartCondition.h"
 #include "app/Boards.h"
 #include "app/SettingsArguments.h"
+#include "app/StartUp.h"
 #include "app/cli/ConsoleRun.h"
 #include "base/PathText.h"
 #include "base/Windows1252.h"
@@ -26,6 +28,7 @@
 #include <csignal>
 #include <fstream>
 #include <memory>
+#include <random>
 #include <system_error>
 
 namespace tavex2 {
@@ -154,6 +157,43 @@ void collectOne(RunController& run, QueueEventLoop& events, VirtualClock& fastCl
         if (interrupted) run.Stop();
 }
 
+/// The tone of a run, in a file of its own as long as it lives, and what plays it. Silent when no tone is asked for.
+class RunTone {
+  public:
+    RunTone(const SoundSettings& settings, bool fast, const CommandLineServices& services) {
+        if (fast || !(settings.SoundBefore || settings.SoundAfter)) return;
+        m_sound = services.openSound();
+        if (m_sound->deviceCount() == 0) {
+            services.err << "tavex2: This machine has no sound output; the tone is not played.\n";
+            return;
+        }
+        std::error_code ignored;
+        m_file = fs::temp_directory_path(ignored) / ("tavex2-tone-" + std::to_string(std::random_device{}()) + ".wav");
+        if (const auto written = WriteTone(m_file, settings.SoundFreq, settings.SoundDuration); !written)
+            services.err << "tavex2: " << oneLine(written.error().text) << '\n';
+        constexpr double millisecondsPerSecond = 1000;
+        constexpr std::chrono::seconds opening{2};
+        m_longest = opening + std::chrono::milliseconds(
+                                  static_cast<std::int64_t>(settings.SoundDuration * millisecondsPerSecond));
+    }
+    /// Lets the tone sound to its end.
+    ~RunTone() {
+        m_sound->finishPlaying(m_longest);
+        std::error_code ignored;
+        if (!m_file.empty()) fs::remove(m_file, ignored);
+    }
+    RunTone(const RunTone&) = delete;
+    RunTone& operator=(const RunTone&) = delete;
+
+    SoundOutput& sound() { return *m_sound; }
+    const fs::path& file() const { return m_file; }
+
+  private:
+    std::unique_ptr<SoundOutput> m_sound = std::make_unique<NoSound>();
+    fs::path m_file;
+    std::chrono::milliseconds m_longest{0};
+};
+
 /// Picture of the last trial.
 Result<void> drawLast(const ProgramState& state, const fs::path& path, const CommandLineServices& services) {
     TrialPicture picture;
@@ -174,6 +214,8 @@ int collectTrials(const CollectRequest& request, const CommandLineServices& serv
         return exitFailed;
     };
     ProgramState state;
+    SoundSettings& tone = state.settings.sound;
+    tone = defaultTone();
     if (request.setup)
         if (const auto read = readSetupFile(*request.setup, state.settings); !read) return fail(read.error().text);
     if (const auto ready = prepareSettings(state, request.settings); !ready) {
@@ -200,17 +242,18 @@ int collectTrials(const CollectRequest& request, const CommandLineServices& serv
     SavingSink sink(state, request.folder);
     ConsoleMessages messages;
     SilentRunView view;
-    NoSound sound;
+    RunTone runTone(tone, request.fast, services);
+    std::mt19937 generator{std::random_device{}()};
     RunController run(state, {.analogInput = input,
                               .digitalOutput = digitalOutput,
                               .clock = clock,
                               .events = events,
                               .messages = messages,
-                              .sound = sound,
+                              .sound = runTone.sound(),
                               .view = view,
                               .sink = sink,
-                              .random = [] { return 0.0; },
-                              .toneFile = {}});
+                              .random = [&] { return std::uniform_real_distribution<double>(0.0, 1.0)(generator); },
+                              .toneFile = runTone.file()});
     const InterruptGuard guard;
     std::vector<std::string> problems;
     for (int trial = 0; trial < request.trials && problems.empty(); ++trial) {

@@ -6,6 +6,7 @@
 #include "app/cli/ConsoleRun.h"
 #include "app/cli/PlotCommand.h"
 #include "app/cli/ShowCommand.h"
+#include "app/cli/ToneCommand.h"
 #include "base/PathText.h"
 
 #include <CLI/CLI.hpp>
@@ -41,6 +42,10 @@ int report(const Result<void>& result, std::ostream& err) {
     err << "tavex2: " << oneLine(result.error().text) << '\n';
     return exitFailed;
 }
+
+constexpr double lowestToneHz = 5;
+constexpr double highestToneHz = 10000;
+constexpr double longestToneSeconds = 3600;
 
 constexpr const char* settingHelp = "A setting by its name, such as Channels=0:3, Rate=1000 or Duration=2; repeatable";
 constexpr const char* boardHelp = "A device number, or simulator, simulator:seed=7, recording:PATH";
@@ -89,6 +94,14 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     plotCommand->add_option("--width", plot.widthPixels, "Width in pixels")->check(CLI::Range(100, 20000));
     plotCommand->add_option("--height", plot.heightPixels, "Height in pixels")->check(CLI::Range(100, 20000));
 
+    ToneRequest tone;
+    CLI::App* toneCommand = app.add_subcommand("tone", "Write the stimulus tone as a WAVE file");
+    toneCommand->add_option("FILE", tone.file, "The WAVE file to write")->required();
+    toneCommand->add_option("--frequency", tone.frequencyHz, "Frequency in Hz")
+        ->check(CLI::Range(lowestToneHz, highestToneHz));
+    toneCommand->add_option("--duration", tone.durationSeconds, "Length in seconds")
+        ->check(CLI::Range(0.0, longestToneSeconds));
+
     bool boardsAsJson = false;
     CLI::App* boardsCommand = app.add_subcommand("boards", "List the boards that can be used");
     boardsCommand->add_flag("--json", boardsAsJson, "Print as JSON");
@@ -107,6 +120,7 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     if (*collectCommand) return {collectTrials(collect, services), std::nullopt};
     if (*showCommand) return {report(showFile(show, services.out), services.err), std::nullopt};
     if (*plotCommand) return {report(plotFile(plot, services.drawPicture), services.err), std::nullopt};
+    if (*toneCommand) return {report(writeToneFile(tone), services.err), std::nullopt};
     if (*boardsCommand) return {report(listBoards(boardsAsJson, services), services.err), std::nullopt};
     if (!file.empty()) {
         window.file = fs::absolute(pathFromText(file));

@@ -3,9 +3,11 @@
 #include "acquisition/records/TrialBuffers.h"
 #include "base/Result.h"
 #include "platform/SettingsStore.h"
+#include "platform/SoundOutput.h"
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -35,6 +37,7 @@ struct CommandLineServices {
     std::ostream& err;
     const SettingsStore& store;
     std::function<Result<void>(const TrialPicture&)> drawPicture; ///< the windows' part of the program draws
+    std::function<std::unique_ptr<SoundOutput>()> openSound;      ///< asked for only when a tone is to be heard
 };
 
 /// How the window is to be opened.

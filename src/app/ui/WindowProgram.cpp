@@ -60,14 +60,14 @@ class AutosaveSink final : public TrialSink {
 
 /// Everything that the program is made of, in the order in which one part needs the other.
 struct WindowProgram::Parts {
-    explicit Parts(SettingsStore& settingsStore) : store(settingsStore) {}
+    Parts(SettingsStore& settingsStore, SoundOutput& soundOutput) : store(settingsStore), sound(soundOutput) {}
 
     SettingsStore& store;
+    SoundOutput& sound;
     SteadyClock clock;
     ProgramState state;
     std::mt19937 generator{std::random_device{}()};
     QtEventLoop events;
-    NoSound sound;
     BoardList boards;
     AnalogInput analogInput{boards, events};
     DigitalOutput digitalOutput{analogInput};
@@ -109,8 +109,9 @@ WindowProgram::WindowProgram(std::unique_ptr<Parts> parts) : m_parts(std::move(p
 
 WindowProgram::~WindowProgram() = default;
 
-Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest& request, SettingsStore& store) {
-    auto made = std::make_unique<Parts>(store);
+Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest& request, SettingsStore& store,
+                                                             SoundOutput& sound) {
+    auto made = std::make_unique<Parts>(store, sound);
     Parts& parts = *made;
     parts.file = request.file;
     // Paths on the command line are meant from the folder in which the program was started, which start-up leaves.
