@@ -1,8 +1,11 @@
 # How the layers are built. A core library may link nothing of Qt; asking for it stops the configuration.
 
 add_library(tavex2_warnings INTERFACE)
-# GCC 12 reports overlaps inside its own std::string that cannot happen (-Wrestrict).
-target_compile_options(tavex2_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Wno-restrict -Werror)
+target_compile_options(tavex2_warnings INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC 12 reports overlaps inside its own std::string that cannot happen.
+    target_compile_options(tavex2_warnings INTERFACE -Wno-restrict)
+endif()
 
 function(tavex2_library name)
     add_library(${name} STATIC)

@@ -1,5 +1,7 @@
 #include "acquisition/StartCondition.h"
 
+#include <limits>
+
 namespace tavex2 {
 
 StartCondition startConditionFor(const AcqSettings& settings, bool triggerEnabled) {
@@ -18,9 +20,11 @@ StartCondition startConditionFor(const AcqSettings& settings, bool triggerEnable
 AnalogInputConfig configurationFor(const AcqSettings& settings, const StartCondition& start) {
     const SamplingSettings& sampling = settings.sampling;
     const std::int64_t trialScans = samplesPerTrial(sampling);
+    // More than a trial can hold is refused by the board anyway, and could not be multiplied.
+    constexpr std::int64_t mostScans = std::numeric_limits<std::int32_t>::max();
     return {.channelList = sampling.Channels.trimmed(),
             .scanRateHz = static_cast<double>(sampling.Rate),
-            .totalScans = sampling.Repeat * trialScans,
+            .totalScans = trialScans <= mostScans ? sampling.Repeat * trialScans : trialScans,
             .upperVolts = static_cast<double>(sampling.UpperVolts),
             .lowerVolts = static_cast<double>(sampling.LowerVolts),
             .chunked = sampling.Repeat >= 2,

@@ -2,10 +2,13 @@
 
 #include "acquisition/AcqFields.h"
 #include "acquisition/Sound.h"
+#include "acquisition/StartCondition.h"
 #include "support/Fakes.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
+
+#include <limits>
 
 namespace tavex2::test {
 namespace {
@@ -350,6 +353,14 @@ TEST_F(SetupDialogTest, AListThatCannotBeReadHasNoSummary) {
     SetupDialog dialog = opened();
     dialog.controls().txtChannels = "0:";
     EXPECT_THAT(dialog.meaning().summary, IsEmpty());
+}
+
+TEST(ConfigurationFor, DoesNotMultiplyWhatNoTrialCanHold) {
+    AcqSettings wild; // as a damaged file may have them
+    wild.sampling.Rate = std::numeric_limits<std::int32_t>::max();
+    wild.sampling.Duration = 4'000'000;
+    wild.sampling.Repeat = std::numeric_limits<std::int16_t>::max();
+    EXPECT_EQ(configurationFor(wild, {}).totalScans, samplesPerTrial(wild.sampling));
 }
 
 TEST(SizeText, CountsInThousands) {
