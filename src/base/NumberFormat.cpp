@@ -24,22 +24,18 @@ Parts takeApart(std::string_view format) {
     bool decimals = false;
     bool quoted = false;
     for (const char c : format) {
+        const bool digit = !quoted && (c == '0' || c == '#');
         if (c == '"') {
             quoted = !quoted;
-        } else if (quoted || c == ' ') {
-            parts.unit += c;
-        } else if (c == '.') {
+        } else if (!quoted && c == '.') {
             decimals = true;
-        } else if (c == '0' || c == '#') {
-            const bool always = c == '0';
-            if (!decimals) {
-                parts.leastIntegerDigits += always ? 1 : 0;
-            } else {
-                ++parts.mostDecimals;
-                if (always) parts.leastDecimals = parts.mostDecimals;
-            }
-        } else {
+        } else if (!digit) {
             parts.unit += c;
+        } else if (!decimals) {
+            parts.leastIntegerDigits += c == '0' ? 1 : 0;
+        } else {
+            ++parts.mostDecimals;
+            if (c == '0') parts.leastDecimals = parts.mostDecimals;
         }
     }
     return parts;
