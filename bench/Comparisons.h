@@ -1,0 +1,43 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tavex2::bench {
+
+/// What a comparison is to reach; a limit without value is none.
+struct Target {
+    std::optional<double> leastSpeedup;  ///< the peer's time is at least so many times ours
+    std::optional<double> mostPeerTimes; ///< our time is at most so many times the peer's
+    std::optional<double> mostMs;        ///< our time is below this
+};
+
+/// Pairs of benchmarks that do the same work, the peer's and ours, run together in one process and judged by their
+/// ratio. Times are medians over repetitions that take turns, so that a busy machine disturbs both sides alike.
+class Comparisons {
+  public:
+    /// Does the work once and returns the seconds that count.
+    using Work = std::function<double()>;
+
+    /// Adds a pair. The work is repeated for a while, or is done once a repetition where `once` says so.
+    void add(const std::string& what, const Target& target, Work peer, Work own, bool once = false);
+
+    /// Runs the benchmarks that the arguments (those of Google Benchmark) ask for, prints every time and then a table
+    /// of the pairs. The exit code: 0, or 1 when a target is missed, a pair incomplete or an argument unknown.
+    int run(int argc, char** argv) const;
+
+  private:
+    struct Pair {
+        std::string what;
+        Target target;
+    };
+    std::vector<Pair> m_pairs;
+};
+
+/// Seconds that `work` takes.
+double secondsOf(const std::function<void()>& work);
+
+} // namespace tavex2::bench
