@@ -19,6 +19,17 @@ double position(double seconds, double sampleIntervalSeconds, std::int64_t sampl
     return std::abs(exact - nearest) < 1e-6 ? nearest : exact;
 }
 
+/// The whole bucket's beginning that lies nearest to a position.
+double nearestBucket(double at) {
+    constexpr auto size = static_cast<double>(TracePyramid::bucketSamples);
+    return std::round(at / size) * size;
+}
+
+/// False as well where either is empty.
+bool touch(const Extent& one, const Extent& other) {
+    return one.lowest <= other.highest && other.lowest <= one.highest;
+}
+
 /// Adds the value of the line through the samples at a position; nothing beside the data or next to NaN.
 void addValueAt(const TracePyramid& trace, double at, Extent& column) {
     if (at < 0 || at > static_cast<double>(trace.samples() - 1)) return;
@@ -44,17 +55,33 @@ void traceColumns(const TracePyramid& trace, double sampleIntervalSeconds, const
     columns.assign(static_cast<std::size_t>(std::max(window.pixels, 0)), Extent{});
     if (!usable(sampleIntervalSeconds, window) || trace.samples() == 0) return;
 
+    // Where columns hold several buckets, their edges move to the nearest whole bucket, by an eighth of a pixel at
+    // most: what lies in whole buckets is known without fetching samples from memory. The window's own edges stay.
+    const bool crowded = samplesPerPixel(sampleIntervalSeconds, window) >= 4 * TracePyramid::bucketSamples;
     const double span = window.right - window.left;
+    const auto count = static_cast<double>(trace.samples());
     double edge = position(window.left, sampleIntervalSeconds, trace.samples());
+    Extent* before = nullptr;
     for (int pixel = 0; pixel < window.pixels; ++pixel) {
         const double seconds = window.left + span * (pixel + 1) / window.pixels;
-        const double next = position(seconds, sampleIntervalSeconds, trace.samples());
+        double next = position(seconds, sampleIntervalSeconds, trace.samples());
+        const bool inner = next > 0 && next < count - 1 && pixel + 1 < window.pixels;
+        if (crowded && inner) next = nearestBucket(next);
         Extent& column = columns[static_cast<std::size_t>(pixel)];
         const auto first = static_cast<std::int64_t>(std::ceil(std::min(edge, next)));
         const auto last = static_cast<std::int64_t>(std::ceil(std::max(edge, next)));
         column = trace.extent(first, last);
-        addValueAt(trace, edge, column);
-        addValueAt(trace, next, column);
+        if (!crowded) {
+            addValueAt(trace, edge, column);
+            addValueAt(trace, next, column);
+        } else {
+            if (!before || !touch(*before, column)) {
+                addValueAt(trace, edge, column);
+                if (before) addValueAt(trace, edge, *before);
+            }
+            if (!inner) addValueAt(trace, next, column);
+        }
+        before = &column;
         edge = next;
     }
 }

@@ -58,6 +58,50 @@ RC_GTEST_PROP(TraceColumns, AreContinuousAndStayInsideTheData, ()) {
     }
 }
 
+RC_GTEST_PROP(TraceColumns, OfManySamplesAreRightToAnEighthOfAPixelAndContinuous, ()) {
+    const int count = *rc::gen::inRange(2000, 40000);
+    const int rise = *rc::gen::element(0, 10, 1000);
+    std::vector<double> samples(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        samples[static_cast<std::size_t>(i)] = std::sin(i * 12.9898) * 100 + rise * i;
+    const int left = *rc::gen::inRange(-3000, count - 1);
+    const int right = *rc::gen::inRange(left + 300, count + 3000);
+    const int pixels = *rc::gen::inRange(1, std::max(2, (right - left) / 16));
+    const bool backward = *rc::gen::arbitrary<bool>();
+    const TracePyramid pyramid{std::span<const double>(samples)};
+    std::vector<Extent> columns;
+    const double low = left;
+    const double high = right;
+    traceColumns(pyramid, 1, backward ? TimeWindow{high, low, pixels} : TimeWindow{low, high, pixels}, columns);
+    if (backward) std::reverse(columns.begin(), columns.end());
+
+    const double width = (high - low) / pixels;
+    const Extent* before = nullptr;
+    for (int pixel = 0; pixel < pixels; ++pixel) {
+        const Extent& column = columns[static_cast<std::size_t>(pixel)];
+        const double from = low + pixel * width;
+        const auto inner = pyramid.extent(std::llround(std::ceil(from + width / 8)),
+                                          std::llround(std::floor(from + width * 7 / 8)) + 1);
+        const auto outer = pyramid.extent(std::llround(std::floor(from - width / 8)) - 1,
+                                          std::llround(std::ceil(from + width * 9 / 8)) + 2);
+        RC_ASSERT(column.contains(inner));
+        RC_ASSERT(outer.contains(column));
+        if (before && !before->empty() && !column.empty()) {
+            RC_ASSERT(column.lowest <= before->highest);
+            RC_ASSERT(column.highest >= before->lowest);
+        }
+        before = &column;
+    }
+}
+
+TEST(TraceColumns, OfManySamplesKeepTheGapOfSamplesThatAreNoNumbers) {
+    std::vector<double> samples(100'000, 1.0);
+    std::fill(samples.begin() + 30'100, samples.begin() + 41'900, std::nan(""));
+    const auto columns = columnsOf(samples, 1.0, {0, 100'000, 100});
+    for (int pixel = 0; pixel < 100; ++pixel)
+        EXPECT_EQ(columns[static_cast<std::size_t>(pixel)].empty(), pixel > 30 && pixel < 41) << pixel;
+}
+
 RC_GTEST_PROP(TraceColumns, TogetherSpanExactlyTheSamplesInTheWindow, ()) {
     const int count = *rc::gen::inRange(2, 5000);
     std::vector<double> samples(static_cast<std::size_t>(count));
