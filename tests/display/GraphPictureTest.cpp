@@ -94,6 +94,30 @@ TEST(GraphPicture, OutlinesALightTrace) {
     EXPECT_GT(count(area, rgbOf(*traceOutline(10))), 100);
 }
 
+TEST(GraphPicture, OutlinesALightTraceZoomedInAllAlongItAndALoneSampleToo) {
+    CWGraph graph;
+    // A line, a gap, a lone sample.
+    graph.plot(makeTrial(11, 31,
+                         [](int channel, std::int64_t i) {
+                             if (channel != 10) return -5.0;
+                             return i > 20 && i != 26 ? std::nan("") : 1.0;
+                         }),
+               1.0);
+    graph.setAxisRange(Axis::Time, 0, 30);
+    graph.setAxisRange(Axis::Voltage, 0, 2);
+    const QImage area = plotAreaOf(graph);
+    const auto rimAt = [&area](double share) {
+        const int x = static_cast<int>(share * area.width());
+        int dark = 0;
+        for (int y = 0; y < area.height(); ++y)
+            dark += qGray(area.pixel(x, y)) < 200 ? 1 : 0;
+        return dark;
+    };
+    for (const double sample : {0.5, 1.0, 10.0, 19.9, 26.0})
+        EXPECT_GE(rimAt(sample / 30), 2) << "sample " << sample;
+    EXPECT_EQ(rimAt(23.0 / 30), 0);
+}
+
 TEST(GraphPicture, IsGoneWhenThePlotsAreCleared) {
     CWGraph graph;
     graph.plot(makeTrial(4, 5000, [](int channel, std::int64_t) { return channel; }), 1e-3);

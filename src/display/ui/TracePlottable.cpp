@@ -22,6 +22,10 @@ QColor toColour(Rgb rgb) {
     return {rgb.red, rgb.green, rgb.blue};
 }
 
+QPen roundPen(const QColor& colour, int thickness) {
+    return {colour, static_cast<double>(thickness), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+}
+
 } // namespace
 
 TracePlottable::TracePlottable(QCPAxis* keyAxis, QCPAxis* valueAxis, int position)
@@ -154,17 +158,22 @@ bool TracePlottable::drawPolyline(QCPPainter& painter, const Canvas& canvas) {
 
     painter.setAntialiasing(true);
     painter.setBrush(Qt::NoBrush);
-    const auto stroke = [&](const QColor& colour, int thickness) {
-        painter.setPen(QPen(colour, thickness, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    if (m_outline.isValid()) {
+        // A thick line costs a time that grows with the square of its length, so each straight part is drawn by itself.
+        painter.setPen(roundPen(m_outline, canvas.thickness + 2 * canvas.rim));
         for (const QPolygonF& piece : pieces) {
-            if (piece.size() == 1)
-                painter.drawPoint(piece.front());
-            else
-                painter.drawPolyline(piece);
+            if (piece.size() == 1) painter.drawPoint(piece.front());
+            for (qsizetype i = 1; i < piece.size(); ++i)
+                painter.drawLine(piece[i - 1], piece[i]);
         }
-    };
-    if (m_outline.isValid()) stroke(m_outline, canvas.thickness + 2 * canvas.rim);
-    stroke(m_colour, canvas.thickness);
+    }
+    painter.setPen(roundPen(m_colour, canvas.thickness));
+    for (const QPolygonF& piece : pieces) {
+        if (piece.size() == 1)
+            painter.drawPoint(piece.front());
+        else
+            painter.drawPolyline(piece);
+    }
     return true;
 }
 
