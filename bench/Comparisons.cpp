@@ -61,7 +61,7 @@ bool met(const Target& target, double peerMs, double ownMs) {
 
 } // namespace
 
-void Comparisons::add(const std::string& what, const Target& target, Work peer, Work own, bool once) {
+void Comparisons::add(const std::string& what, const Target& target, Work peer, Work own, std::optional<int> times) {
     m_pairs.push_back({what, target});
     const auto enter = [&](const char* suffix, Work work) {
         auto* entry = benchmark::RegisterBenchmark((what + suffix).c_str(), [work = std::move(work)](auto& state) {
@@ -69,7 +69,7 @@ void Comparisons::add(const std::string& what, const Target& target, Work peer, 
                 state.SetIterationTime(work());
         });
         entry->UseManualTime()->Unit(benchmark::kMillisecond);
-        if (once) entry->Iterations(1);
+        if (times) entry->Iterations(*times);
     };
     enter(peerSuffix, std::move(peer));
     enter(ownSuffix, std::move(own));

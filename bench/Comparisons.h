@@ -22,8 +22,8 @@ class Comparisons {
     /// Does the work once and returns the seconds that count.
     using Work = std::function<double()>;
 
-    /// Adds a pair. The work is repeated for a while, or is done once a repetition where `once` says so.
-    void add(const std::string& what, const Target& target, Work peer, Work own, bool once = false);
+    /// Adds a pair. A repetition does the work so many times, or for a while where no number is given.
+    void add(const std::string& what, const Target& target, Work peer, Work own, std::optional<int> times = {});
 
     /// Runs the benchmarks that the arguments (those of Google Benchmark) ask for, prints every time and then a table
     /// of the pairs. The exit code: 0, or 1 when a target is missed, a pair incomplete or an argument unknown.

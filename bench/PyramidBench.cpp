@@ -13,9 +13,9 @@ namespace tavex2::bench {
 
 namespace {
 
-/// Fills the caches with something else; larger than they are.
+/// Fills the caches with something else, larger than they are.
 void emptyCaches() {
-    static std::vector<char> other(std::size_t{1} << 28);
+    static std::vector<char> other(std::size_t{1} << 27);
     for (std::size_t i = 0; i < other.size(); i += 64)
         benchmark::DoNotOptimize(++other[i]);
 }
@@ -54,7 +54,8 @@ int run(int argc, char** argv) {
             [trial] {
                 emptyCaches();
                 return pyramidSeconds(trial);
-            });
+            },
+            3);
     };
     compare("pyramid of 16 x 10 k", madeUpTrial(ElementType::Float64, 16, 10'000));
     compare("pyramid of 16 x 1 M", madeUpTrial(ElementType::Float64, 16, 1'000'000));

@@ -68,7 +68,7 @@ int run(int argc, char** argv) {
     };
     comparisons.add(
         name + ", worst frame of zoom and pan", frame, [&] { return worstFrame(graphs.peer()); },
-        [&] { return worstFrame(graphs.own()); }, true);
+        [&] { return worstFrame(graphs.own()); }, 1);
 
     // What of the difference is the smoothing of lines, which a full view does not need.
     comparisons.add(
