@@ -1,4 +1,5 @@
 #include "display/Pictures.h"
+#include "display/TraceColumns.h"
 #include "display/Trials.h"
 #include "support/WindowTesting.h"
 
@@ -82,6 +83,39 @@ TEST(GraphPicture, DrawsMoreThanSixteenChannelsWithRepeatedColours) {
     graph.setAxisRange(Axis::Voltage, 0, 2);
     EXPECT_EQ(graph.plotCount(), 18);
     EXPECT_GT(count(plotAreaOf(graph), rgbOf(traceColour(1))), 100);
+}
+
+TEST(GraphPicture, FillsHighColumnsFromTheLowestToTheHighestSampleWithoutAHole) {
+    // Ever other heights above and below, some of them low, some too low for their neighbours to have rows in common.
+    constexpr int perColumn = 50;
+    const auto volts = [](int, std::int64_t i) {
+        const auto column = static_cast<double>(i / perColumn);
+        const double reach = 1 + 4 * std::abs(std::sin(column * column));
+        return (i % 2 == 0 ? reach : -reach) * (std::fmod(column, 97) < 30 ? 0.05 : 1.0);
+    };
+    CWGraph graph;
+    constexpr std::int64_t samples = 100'000;
+    const auto trial = makeTrial(1, samples, volts);
+    graph.plot(trial, 1.0);
+    const int width = plotAreaOf(graph, 900, 700).width();
+    graph.setAxisRange(Axis::Time, 0, width * perColumn);
+    graph.setAxisRange(Axis::Voltage, -6, 6);
+    const QImage area = plotAreaOf(graph, 900, 700);
+    ASSERT_EQ(area.width(), width);
+
+    const TracePyramid pyramid(trial->doubles(0));
+    std::vector<Extent> columns;
+    traceColumns(pyramid, 1.0, {0, static_cast<double>(width * perColumn), width}, columns);
+    const auto row = [&area](double value) { return (6 - value) / 12 * area.height(); };
+    for (int x = 0; x < width; ++x) {
+        const Extent& column = columns[static_cast<std::size_t>(x)];
+        for (int y = 0; y < area.height(); ++y) {
+            const bool painted = (area.pixel(x, y) | 0xFF000000U) == rgbOf(traceColour(0));
+            const bool inside = y > row(column.highest) + 1 && y < row(column.lowest) - 1;
+            const bool outside = y < row(column.highest) - 2 || y > row(column.lowest) + 2;
+            ASSERT_FALSE(painted ? outside : inside) << x << "," << y;
+        }
+    }
 }
 
 TEST(GraphPicture, OutlinesALightTrace) {

@@ -4,6 +4,7 @@
 #include "display/TraceColours.h"
 
 #include <cmath>
+#include <span>
 
 namespace tavex2 {
 
@@ -17,9 +18,60 @@ constexpr double crowdedSamplesPerPixel = 2;
 constexpr double farthestPixel = 16000;
 /// A printer's resolution would ask for more columns than an eye can tell apart.
 constexpr double finestScale = 4;
+/// Neighbouring columns with so many rows in common are filled together; below that it costs more than it saves.
+constexpr int blockHeight = 40;
 
 QColor toColour(Rgb rgb) {
     return {rgb.red, rgb.green, rgb.blue};
+}
+
+/// Cuts what stands on a row, up to the `top` of each column, into strips, each as wide as it can be; with `sign` -1
+/// what hangs below a row.
+void appendStrips(std::span<const QRect> columns, int row, int sign, QVector<QRect>& rects) {
+    struct Step {
+        std::size_t first; ///< the column at which the step begins
+        int height;
+    };
+    std::vector<Step> steps{{0, 0}};
+    for (std::size_t i = 0; i <= columns.size(); ++i) {
+        int height = 0;
+        if (i < columns.size()) height = sign > 0 ? row - columns[i].top() : columns[i].bottom() - row;
+        std::size_t first = i;
+        while (steps.back().height > height) {
+            const Step step = steps.back();
+            steps.pop_back();
+            first = step.first;
+            const int from = std::max(height, steps.back().height);
+            const int top = sign > 0 ? row - step.height : row + from + 1;
+            rects.append(QRect(QPoint(columns[first].left(), top),
+                               QPoint(columns[i - 1].right(), top + step.height - from - 1)));
+        }
+        if (height > steps.back().height) steps.push_back({first, height});
+    }
+}
+
+/// Fills columns given from left to right. The painter fills row by row, so that a wide rectangle costs far less than
+/// many narrow ones: high columns that stand side by side become a block with strips above and below it.
+void fillColumns(QPainter& painter, std::span<const QRect> columns, const QColor& colour, QVector<QRect>& rects) {
+    rects.clear();
+    while (!columns.empty()) {
+        QRect block = columns.front();
+        std::size_t count = 1;
+        for (; count < columns.size() && columns[count].left() <= block.right() + 1; ++count) {
+            const int top = std::max(block.top(), columns[count].top());
+            const int bottom = std::min(block.bottom(), columns[count].bottom());
+            if (bottom - top + 1 < blockHeight) break;
+            block = QRect(QPoint(block.left(), top), QPoint(columns[count].right(), bottom));
+        }
+        rects.append(block);
+        if (count > 1) {
+            appendStrips(columns.first(count), block.top(), 1, rects);
+            appendStrips(columns.first(count), block.bottom(), -1, rects);
+        }
+        columns = columns.subspan(count);
+    }
+    painter.setBrush(colour);
+    painter.drawRects(rects);
 }
 
 QPen roundPen(const QColor& colour, int thickness) {
@@ -110,7 +162,7 @@ void TracePlottable::drawColumns(QCPPainter& painter, const Canvas& canvas) {
     const double top = canvas.area.top() - 4 * canvas.thickness;
     const double bottom = canvas.area.bottom() + 4 * canvas.thickness;
     const int left = canvas.area.left() - (canvas.thickness - columnWidth) / 2;
-    m_rects.clear();
+    m_lineColumns.clear();
     for (int i = 0; i < window.pixels; ++i) {
         const Extent& column = m_columns[static_cast<std::size_t>(i)];
         if (column.empty()) continue;
@@ -118,21 +170,19 @@ void TracePlottable::drawColumns(QCPPainter& painter, const Canvas& canvas) {
         if (low < top || high > bottom) continue;
         const int from = static_cast<int>(std::floor(std::max(high, top))) - (canvas.thickness - 1) / 2;
         const int to = static_cast<int>(std::floor(std::min(low, bottom))) + canvas.thickness / 2;
-        m_rects.append(QRect(left + i * columnWidth, from, canvas.thickness, to - from + 1));
+        m_lineColumns.append(QRect(left + i * columnWidth, from, canvas.thickness, to - from + 1));
     }
 
     painter.setAntialiasing(false);
     painter.setPen(Qt::NoPen);
     if (m_outline.isValid()) {
         const int rim = canvas.rim;
-        m_outlineRects.clear();
-        for (const QRect& rect : std::as_const(m_rects))
-            m_outlineRects.append(rect.adjusted(-rim, -rim, rim, rim));
-        painter.setBrush(m_outline);
-        painter.drawRects(m_outlineRects);
+        m_outlineColumns.clear();
+        for (const QRect& column : std::as_const(m_lineColumns))
+            m_outlineColumns.append(column.adjusted(-rim, -rim, rim, rim));
+        fillColumns(painter, m_outlineColumns, m_outline, m_rects);
     }
-    painter.setBrush(m_colour);
-    painter.drawRects(m_rects);
+    fillColumns(painter, m_lineColumns, m_colour, m_rects);
 }
 
 /// False, with nothing drawn, when a point lies so far away that the painter would lose precision.

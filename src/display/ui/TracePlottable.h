@@ -61,8 +61,9 @@ class TracePlottable : public QCPAbstractPlottable {
 
     // Kept from one redraw to the next for their memory.
     std::vector<Extent> m_columns;
+    QVector<QRect> m_lineColumns;
+    QVector<QRect> m_outlineColumns;
     QVector<QRect> m_rects;
-    QVector<QRect> m_outlineRects;
 };
 
 } // namespace tavex2
