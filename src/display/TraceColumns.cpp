@@ -55,9 +55,9 @@ void traceColumns(const TracePyramid& trace, double sampleIntervalSeconds, const
     columns.assign(static_cast<std::size_t>(std::max(window.pixels, 0)), Extent{});
     if (!usable(sampleIntervalSeconds, window) || trace.samples() == 0) return;
 
-    // Where columns hold several buckets, their edges move to the nearest whole bucket, by an eighth of a pixel at
+    // Where columns hold two buckets or more, their edges move to the nearest whole bucket, by a quarter of a pixel at
     // most: what lies in whole buckets is known without fetching samples from memory. The window's own edges stay.
-    const bool crowded = samplesPerPixel(sampleIntervalSeconds, window) >= 4 * TracePyramid::bucketSamples;
+    const bool crowded = samplesPerPixel(sampleIntervalSeconds, window) >= 2 * TracePyramid::bucketSamples;
     const double span = window.right - window.left;
     const auto count = static_cast<double>(trace.samples());
     double edge = position(window.left, sampleIntervalSeconds, trace.samples());

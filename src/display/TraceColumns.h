@@ -30,7 +30,7 @@ double samplesPerPixel(double sampleIntervalSeconds, const TimeWindow& window);
 /// interval; between two samples the line is straight, so neighbouring columns share the value at their common edge and
 /// the picture has no gaps. Every sample inside the window is part of a column, so that no spike is lost. Columns
 /// beside the data or over NaN are empty. Where hundreds of samples share a pixel, a sample may fall into the next
-/// column when it lies within an eighth of a pixel from it, and columns touch rather than share a value. The cost goes
+/// column when it lies within a quarter of a pixel from it, and columns touch rather than share a value. The cost goes
 /// with the pixels, not with the samples. `columns` is resized; passing the same vector again saves memory allocations.
 void traceColumns(const TracePyramid& trace, double sampleIntervalSeconds, const TimeWindow& window,
                   std::vector<Extent>& columns);

@@ -58,7 +58,7 @@ RC_GTEST_PROP(TraceColumns, AreContinuousAndStayInsideTheData, ()) {
     }
 }
 
-RC_GTEST_PROP(TraceColumns, OfManySamplesAreRightToAnEighthOfAPixelAndContinuous, ()) {
+RC_GTEST_PROP(TraceColumns, OfManySamplesAreRightToAQuarterOfAPixelAndContinuous, ()) {
     const int count = *rc::gen::inRange(2000, 40000);
     const int rise = *rc::gen::element(0, 10, 1000);
     std::vector<double> samples(static_cast<std::size_t>(count));
@@ -80,10 +80,10 @@ RC_GTEST_PROP(TraceColumns, OfManySamplesAreRightToAnEighthOfAPixelAndContinuous
     for (int pixel = 0; pixel < pixels; ++pixel) {
         const Extent& column = columns[static_cast<std::size_t>(pixel)];
         const double from = low + pixel * width;
-        const auto inner = pyramid.extent(std::llround(std::ceil(from + width / 8)),
-                                          std::llround(std::floor(from + width * 7 / 8)) + 1);
-        const auto outer = pyramid.extent(std::llround(std::floor(from - width / 8)) - 1,
-                                          std::llround(std::ceil(from + width * 9 / 8)) + 2);
+        const auto inner = pyramid.extent(std::llround(std::ceil(from + width / 4)),
+                                          std::llround(std::floor(from + width * 3 / 4)) + 1);
+        const auto outer = pyramid.extent(std::llround(std::floor(from - width / 4)) - 1,
+                                          std::llround(std::ceil(from + width * 5 / 4)) + 2);
         RC_ASSERT(column.contains(inner));
         RC_ASSERT(outer.contains(column));
         if (before && !before->empty() && !column.empty()) {
