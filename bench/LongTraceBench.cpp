@@ -1,5 +1,5 @@
 // Redraws of one trace of a hundred million points, single precision as a trial file holds them, against the library's
-// stock graph. Needs about 3 GB of memory.
+// stock graph. Needs about 2 GB of memory.
 
 #include "Comparisons.h"
 #include "GraphPair.h"

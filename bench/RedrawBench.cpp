@@ -26,6 +26,7 @@ constexpr double leastSpeedup = 8;
 std::vector<View> zoomAndPan(const View& full) {
     constexpr int steps = 20;
     std::vector<View> views;
+    views.reserve(2 * steps);
     View view = full;
     for (int step = 0; step < steps; ++step)
         views.push_back(view = view.timeZoomed(0.8));
