@@ -36,9 +36,10 @@ function(tavex2_window_library name)
     target_link_libraries(${name} PUBLIC ${ARG_LINKS})
 endfunction()
 
-# tavex2_test(NAME SOURCES ... LINKS ...): a GoogleTest program whose tests CTest lists one by one.
+# tavex2_test(NAME [WINDOWS] [SERIAL] SOURCES ... LINKS ...): a GoogleTest program whose tests CTest lists one by one.
+# SERIAL: its tests keep time, so nothing else runs beside them.
 function(tavex2_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 ARG "WINDOWS" "" "SOURCES;LINKS")
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "WINDOWS;SERIAL" "" "SOURCES;LINKS")
     add_executable(${name} ${ARG_SOURCES})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE tavex2_warnings ${ARG_LINKS} GTest::gmock)
@@ -50,5 +51,10 @@ function(tavex2_test name)
         target_link_libraries(${name} PRIVATE GTest::gmock_main)
         set(environment "")
     endif()
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ENVIRONMENT "${environment}")
+    set(serial FALSE)
+    if(ARG_SERIAL)
+        set(serial TRUE)
+    endif()
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
+        PROPERTIES TIMEOUT 120 RUN_SERIAL ${serial} ENVIRONMENT "${environment}")
 endfunction()
