@@ -59,7 +59,8 @@ Result<void> readIdentification(std::istream& in, std::uint64_t bytes, const std
     return {};
 }
 
-/// Checks the header's numbers against each other and the file's size before anything is built on them.
+/// Checks the header's numbers against each other and the file's size (as if it had an identification) before anything
+/// is built on them.
 Result<void> checkHeader(const LmbHeader& header, std::uint64_t bytes, const std::string& name) {
     const Result<std::uint64_t> needed = lmbFileBytes(header.NumChannels, header.NumSamples);
     if (!needed)
@@ -96,10 +97,24 @@ Result<TrialArray> readChannels(std::istream& in, const LmbHeader& header, const
 
 } // namespace
 
+bool isForeign(const std::filesystem::path& path) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path, ignored)) return false;
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return false;
+    std::string first(lmbSignature.size(), '\0');
+    in.read(first.data(), static_cast<std::streamsize>(first.size()));
+    return first != lmbSignature;
+}
+
 Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string& name,
-                        const AfterChannel& afterChannel) {
+                        const AfterChannel& afterChannel, LmbStart start) {
     LmbFile file;
-    if (auto read = readIdentification(in, bytes, name, file); !read) return read.error();
+    file.versionMajor = 2;
+    if (start == LmbStart::Header)
+        bytes += lmbIdentificationBytes;
+    else if (auto read = readIdentification(in, bytes, name, file); !read)
+        return read.error();
     if (bytes < lmbIdentificationBytes + lmbRecordBytes)
         return badFormat(name,
                          "is cut short: it has " + std::to_string(bytes) + " bytes and ends before the samples start.");
@@ -123,7 +138,7 @@ Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string
     return file;
 }
 
-Result<LmbFile> readLmbFile(const std::filesystem::path& path, const AfterChannel& afterChannel) {
+Result<LmbFile> readLmbFile(const std::filesystem::path& path, const AfterChannel& afterChannel, LmbStart start) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
     if (status.type() == std::filesystem::file_type::not_found)
@@ -138,7 +153,7 @@ Result<LmbFile> readLmbFile(const std::filesystem::path& path, const AfterChanne
     if (!in) return readError(path, {errno != 0 ? errno : EIO, std::generic_category()});
     const std::uintmax_t bytes = std::filesystem::file_size(path, error);
     if (error) return readError(path, error);
-    return readLmb(in, bytes, pathText(path), afterChannel);
+    return readLmb(in, bytes, pathText(path), afterChannel, start);
 }
 
 } // namespace tavex2

@@ -26,15 +26,25 @@ struct LmbFile {
     TrialArray samples; ///< volts, float32, rank 2, at least one channel and one sample
 };
 
+/// Where a trial file begins.
+enum class LmbStart {
+    Identification, ///< with its identification text, as every file that this program writes
+    Header,         ///< with the header; the version counts as 2.0
+};
+
+/// Whether a file can be read and begins with something else than a trial file's identification.
+bool isForeign(const std::filesystem::path& path);
+
 /// Reads a trial file. Every count is checked against the file's size before memory is taken, so a damaged file costs
 /// neither time nor memory; bytes after the last channel's block are ignored.
 ///
 /// Errors, each saying what was found: NotFound; ReadFailed (a folder, a device, no permission, the disk); BadFormat
 /// (empty, of another kind, cut short, impossible counts or rate); OutOfMemory; Cancelled.
-Result<LmbFile> readLmbFile(const std::filesystem::path& path, const AfterChannel& afterChannel = {});
+Result<LmbFile> readLmbFile(const std::filesystem::path& path, const AfterChannel& afterChannel = {},
+                            LmbStart start = LmbStart::Identification);
 
 /// The same from a stream at its start that holds `bytes` bytes; `name` stands for the file in messages.
 Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string& name,
-                        const AfterChannel& afterChannel = {});
+                        const AfterChannel& afterChannel = {}, LmbStart start = LmbStart::Identification);
 
 } // namespace tavex2

@@ -26,7 +26,7 @@ fs::path absolutePath(const fs::path& path) {
 
 } // namespace
 
-SaveCommands::SaveCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, SaveView& view,
+SaveCommands::SaveCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, FileView& view,
                            std::function<LocalTime()> now)
     : m_state(state), m_dialogs(dialogs), m_messages(messages), m_view(view), m_now(std::move(now)) {}
 
@@ -72,10 +72,9 @@ bool SaveCommands::saveChosen(const fs::path& chosen) {
     }
 
     m_view.setBusyPointer(true);
-    const Result<void> written = WriteLmb(path, m_state, m_now(), {IfExists::Replace, [this](int, int) {
-                                                                       m_view.processPending();
-                                                                       return true;
-                                                                   }});
+    const Result<void> written =
+        WriteLmb(path, m_state, m_now(),
+                 {IfExists::Replace, [this](int done, int channels) { return m_view.fileProgress(done, channels); }});
     m_view.setBusyPointer(false);
     if (written)
         enterSaved(path);
@@ -94,10 +93,8 @@ bool SaveCommands::mayReplace(const fs::path& path) {
 bool SaveCommands::saveUnasked() {
     const fs::path folder = absolutePath(m_state.paths.DataDir.empty() ? "." : pathFromText(m_state.paths.DataDir));
     m_view.setBusyPointer(true);
-    const Result<fs::path> written = WriteLmbToFreeName(folder, m_state, m_now(), [this](int, int) {
-        m_view.processPending();
-        return true;
-    });
+    const Result<fs::path> written = WriteLmbToFreeName(
+        folder, m_state, m_now(), [this](int done, int channels) { return m_view.fileProgress(done, channels); });
     m_view.setBusyPointer(false);
     if (!written) {
         showFailure(folder / pathFromText(m_state.TrialName + ".lmb"), written.error());
@@ -109,6 +106,10 @@ bool SaveCommands::saveUnasked() {
 }
 
 void SaveCommands::showFailure(const fs::path& path, const Error& error) {
+    if (error.kind == ErrorKind::Cancelled) {
+        m_view.setStatusText(error.text); // the user's own wish
+        return;
+    }
     m_messages.show(errorMessage("Error saving " + pathText(path) + "\n" + error.text));
 }
 

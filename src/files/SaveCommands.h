@@ -1,6 +1,7 @@
 #pragma once
 
 #include "acquisition/records/ProgramState.h"
+#include "files/FileView.h"
 #include "platform/FileDialogs.h"
 #include "platform/LocalTime.h"
 #include "platform/Messages.h"
@@ -12,20 +13,6 @@
 
 namespace tavex2 {
 
-/// What the save commands need of the main window.
-class SaveView {
-  public:
-    virtual ~SaveView() = default;
-    virtual void setBusyPointer(bool busy) = 0;
-    /// Lets pending window events run while a long file is written. User input and finished trials must wait until the
-    /// command is done: the trial being saved stays the current one.
-    virtual void processPending() = 0;
-    virtual void UpdateMenus() = 0;
-    virtual void UpdateCaption() = 0;
-    virtual void RedrawTrials() = 0;
-    virtual void setStatusText(const std::string& text) = 0;
-};
-
 /// The commands that save the current trial as a binary trial file: Save, Save As and autosave. Called by the main
 /// window's menus, the run controller's autosave and the exit prompt. User-interface thread only.
 ///
@@ -34,7 +21,7 @@ class SaveView {
 /// and the user has been told why, unless it was their own Cancel.
 class SaveCommands {
   public:
-    SaveCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, SaveView& view,
+    SaveCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, FileView& view,
                  std::function<LocalTime()> now = localTimeNow);
 
     /// Asks for a name and saves. A dialog that gives an empty path hands over to Save As.
@@ -57,7 +44,7 @@ class SaveCommands {
     ProgramState& m_state;
     FileDialogs& m_dialogs;
     Messages& m_messages;
-    SaveView& m_view;
+    FileView& m_view;
     std::function<LocalTime()> m_now;
 };
 

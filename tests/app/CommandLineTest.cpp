@@ -442,10 +442,10 @@ TEST_F(CommandLineTest, ASetupFileAsksForTheWindow) {
 
 TEST_F(CommandLineTest, WhatIsNeitherACommandNorASetupFileIsWrongUsage) {
     EXPECT_EQ(run({"colect"}), 2);
-    EXPECT_THAT(errorLine(), HasSubstr("'colect' is neither a command nor a setup file"));
+    EXPECT_THAT(errorLine(), HasSubstr("'colect' is neither a command nor a trial file"));
     EXPECT_FALSE(result.window);
     EXPECT_EQ(run({(folder / "missing.set").string()}), 1);
-    EXPECT_THAT(errorLine(), HasSubstr("There is no setup file"));
+    EXPECT_THAT(errorLine(), HasSubstr("There is no file"));
 }
 
 } // namespace

@@ -19,18 +19,6 @@ using testing::IsEmpty;
 
 const LocalTime someTime{2024, 3, 5, 14, 7, 9};
 
-class FakeSaveView final : public SaveView {
-  public:
-    Log log;
-
-    void setBusyPointer(bool busy) override { log.emplace_back(busy ? "hourglass" : "pointer"); }
-    void processPending() override { log.emplace_back("pending"); }
-    void UpdateMenus() override { log.emplace_back("menus"); }
-    void UpdateCaption() override { log.emplace_back("caption"); }
-    void RedrawTrials() override { log.emplace_back("redraw"); }
-    void setStatusText(const std::string& text) override { log.push_back("status " + text); }
-};
-
 class SaveCommandsTest : public testing::Test {
   protected:
     SaveCommandsTest() {
@@ -59,7 +47,7 @@ class SaveCommandsTest : public testing::Test {
     ProgramState m_state;
     FakeDialogs m_dialogs;
     FakeMessages m_messages;
-    FakeSaveView m_view;
+    FakeFileView m_view;
     SaveCommands m_commands{m_state, m_dialogs, m_messages, m_view, [] { return someTime; }};
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "acquisition/RunView.h"
+#include "files/FileView.h"
 #include "platform/CWAI.h"
 #include "platform/CWDIO.h"
 #include "platform/EventLoop.h"
@@ -198,6 +199,27 @@ class FakeRunView final : public RunView {
     void editComments() override {
         log.emplace_back("comments");
         if (whileCommenting) whileCommenting();
+    }
+};
+
+/// Records what a file command shows.
+class FakeFileView final : public FileView {
+  public:
+    Log log;
+    std::string status;
+    bool goesOn = true;
+
+    void setBusyPointer(bool busy) override { log.emplace_back(busy ? "hourglass" : "pointer"); }
+    bool fileProgress(int, int) override {
+        log.emplace_back("pending");
+        return goesOn;
+    }
+    void UpdateMenus() override { log.emplace_back("menus"); }
+    void UpdateCaption() override { log.emplace_back("caption"); }
+    void RedrawTrials() override { log.emplace_back("redraw"); }
+    void setStatusText(const std::string& text) override {
+        status = text;
+        log.push_back("status " + text);
     }
 };
 

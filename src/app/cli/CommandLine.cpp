@@ -21,18 +21,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What the window is asked to open is a setup file that exists. Errors: InvalidValue for something that is no such
-/// file, NotFound for one that is missing.
+/// What the window is asked to open is a trial or setup file that exists. Errors: InvalidValue for something that is no
+/// such file, NotFound for one that is missing.
 Result<void> checkOpenable(const fs::path& file, const std::string& asGiven) {
     std::string kind = file.extension().string();
     std::ranges::transform(kind, kind.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    if (kind != ".set")
-        return Error{ErrorKind::InvalidValue,
-                     "'" + asGiven +
-                         "' is neither a command nor a setup file (.set). 'tavex2 --help' tells how to use it."};
+    if (kind != ".set" && kind != ".lmb")
+        return Error{ErrorKind::InvalidValue, "'" + asGiven +
+                                                  "' is neither a command nor a trial file (.lmb) or setup file "
+                                                  "(.set). 'tavex2 --help' tells how to use it."};
     std::error_code ignored;
     if (!fs::is_regular_file(file, ignored))
-        return Error{ErrorKind::NotFound, "There is no setup file '" + asGiven + "'. Check its name and folder."};
+        return Error{ErrorKind::NotFound, "There is no file '" + asGiven + "'. Check its name and folder."};
     return {};
 }
 
@@ -62,7 +62,7 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     app.add_option("--set", window.settings, settingHelp)->type_name("NAME=VALUE")->allow_extra_args(false);
 
     std::string file;
-    app.add_option("FILE", file, "Open this setup file (.set)");
+    app.add_option("FILE", file, "Open this trial file (.lmb) or setup file (.set)");
 
     CollectRequest collect;
     CLI::App* collectCommand = app.add_subcommand("collect", "Collect trials and save them");

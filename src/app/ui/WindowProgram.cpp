@@ -75,6 +75,7 @@ struct WindowProgram::Parts {
     QtMessages messages{&window};
     QtFileDialogs dialogs{&window};
     SaveCommands save{state, dialogs, messages, window};
+    OpenCommands open{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     SetupCommands setup{state, analogInput, dialogs, messages, window};
     AutosaveSink sink{save};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
@@ -134,6 +135,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
     parts.analogInput.selectDevice(settings.setup.Device);
 
     parts.window.connectCommands({.run = parts.run,
+                                  .open = parts.open,
                                   .save = parts.save,
                                   .setup = parts.setup,
                                   .setupServices = {.analogInput = parts.analogInput,
@@ -158,8 +160,7 @@ void WindowProgram::show() {
     else
         m_parts->window.show();
     // When the events run, so that the dialog opens over the window.
-    if (m_parts->file)
-        QTimer::singleShot(0, &m_parts->window, [this] { m_parts->setup.LoadSetupFile(*m_parts->file); });
+    if (m_parts->file) QTimer::singleShot(0, &m_parts->window, [this] { m_parts->window.openFile(*m_parts->file); });
 }
 
 frmMain& WindowProgram::window() {

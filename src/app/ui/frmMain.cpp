@@ -3,7 +3,9 @@
 #include "acquisition/RunController.h"
 #include "acquisition/ui/frmProperties.h"
 #include "app/MenuState.h"
+#include "app/ui/FileWork.h"
 #include "app/ui/frmWaiting.h"
+#include "base/PathText.h"
 #include "display/ui/GraphsPanel.h"
 #include "display/ui/frmLegend.h"
 #include "display/ui/frmScale.h"
@@ -11,15 +13,20 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QMimeData>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QScreen>
+#include <QTimer>
 #include <QToolButton>
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 
 /// The icons lie in this library, which a linker takes nothing from without being asked. Outside any namespace, as the
 /// toolkit wants it.
@@ -59,6 +66,7 @@ frmMain::frmMain(ProgramState& state)
     m_options = {m_ui->mnuOption_0, m_ui->mnuOption_1, m_ui->mnuOption_2, m_ui->mnuOption_3,
                  m_ui->mnuOption_4, m_ui->mnuOption_5, m_ui->mnuOption_6};
     setCentralWidget(m_graphs);
+    setAcceptDrops(true);
     m_graphs->setFocus();                                         // no graph looks chosen before the user chose one
     resize(size().boundedTo(screen()->availableSize() * 9 / 10)); // a small or strongly magnified screen
     addStatusPanels();
@@ -76,9 +84,13 @@ void frmMain::addStatusPanels() {
         fontMetrics().horizontalAdvance(QStringLiteral("00.00000 s, -00.0000 V, channel 00")));
     m_progress = progressPanel(this);
     m_devicePanel = panel(this, "StatusPanel2", tr("A/D board"));
+    auto* cancel = new QPushButton(tr("Cancel"), this);
+    cancel->setObjectName(QStringLiteral("cmdCancelFile"));
+    cancel->setToolTip(tr("End the work on the file (Esc); no half file is left"));
+    m_fileWork = new FileWork(*m_progress, *cancel, this);
     m_ui->StatusBar->addWidget(m_statusPanel, 1);
     for (QWidget* each : {static_cast<QWidget*>(m_pointerPanel), static_cast<QWidget*>(m_progress),
-                          static_cast<QWidget*>(m_devicePanel)})
+                          static_cast<QWidget*>(cancel), static_cast<QWidget*>(m_devicePanel)})
         m_ui->StatusBar->addPermanentWidget(each);
     connect(m_graphs, &GraphsPanel::readoutChanged, m_pointerPanel, &QLabel::setText);
     connect(m_graphs, &GraphsPanel::failed, this,
@@ -119,6 +131,7 @@ void frmMain::on(std::initializer_list<QAction*> actions, const std::function<vo
 void frmMain::connectFileAndDataCommands() {
     RunController& run = m_commands->run;
     SaveCommands& save = m_commands->save;
+    on({m_ui->mnuOpenLumidor2, m_ui->tbOpen}, [this] { mnuOpenLumidor2_Click(); });
     on({m_ui->mnuSave, m_ui->tbSave}, [this, &save] { saveWith([&save] { save.mnuSave_Click(); }); });
     on({m_ui->mnuSaveAs, m_ui->tbSaveAs}, [this, &save] { saveWith([&save] { save.mnuSaveAs_Click(); }); });
     on({m_ui->mnuExit}, [this] { mnuExit_Click(); });
@@ -191,6 +204,7 @@ void frmMain::setStatusText(const std::string& text) {
 }
 
 void frmMain::setBusyPointer(bool busy) {
+    if (!busy) m_fileWork->end();
     if (busy == m_busyPointer) return;
     m_busyPointer = busy;
     if (busy)
@@ -260,8 +274,8 @@ void frmMain::UpdateCaption() {
 
 void frmMain::editComments() {}
 
-void frmMain::processPending() {
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+bool frmMain::fileProgress(int done, int of) {
+    return m_fileWork->step(done, of);
 }
 
 // Setup and options
@@ -303,6 +317,39 @@ void frmMain::followDisplaySettings() {
 
 // Saving
 // ---------------------------------------------------------------------------------------------------------------
+
+/// Opens what a user drops on the window, or names otherwise: a trial or a setup file.
+void frmMain::openFile(const std::filesystem::path& path) {
+    if (!idle("A trial is being collected. Open the file when it has arrived.")) return;
+    if (m_state.flags.RealTimeMode) m_commands->run.Stop();
+    std::string kind = path.extension().string();
+    std::ranges::transform(kind, kind.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    if (kind == ".set") {
+        m_commands->setup.LoadSetupFile(path);
+        return;
+    }
+    const RunController::Hold hold(m_commands->run);
+    m_commands->open.openLmb(path);
+}
+
+void frmMain::mnuOpenLumidor2_Click() {
+    if (!idle("A trial is being collected. Open the file when it has arrived.")) return;
+    if (m_state.flags.RealTimeMode) m_commands->run.Stop();
+    const RunController::Hold hold(m_commands->run);
+    m_commands->open.mnuOpenLumidor2_Click();
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->urls().size() == 1 && event->mimeData()->urls().constFirst().isLocalFile())
+        event->acceptProposedAction();
+}
+
+/// Opened when the drop is over: the other program waits for its end, and dialogs may follow.
+void frmMain::dropEvent(QDropEvent* event) {
+    const QString path = event->mimeData()->urls().constFirst().toLocalFile();
+    event->acceptProposedAction();
+    QTimer::singleShot(0, this, [this, path] { openFile(pathFromText(path.toStdString())); });
+}
 
 /// Runs a save command on the trial that is shown. A repeat that arrives meanwhile waits.
 void frmMain::saveWith(const std::function<void()>& command) {
@@ -395,7 +442,7 @@ void frmMain::mnuExit_Click() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
-    if (!m_exiting && !mayExit()) {
+    if (m_fileWork->active() || (!m_exiting && !mayExit())) {
         event->ignore();
         return;
     }

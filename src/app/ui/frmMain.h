@@ -4,6 +4,8 @@
 #include "acquisition/SetupCommands.h"
 #include "acquisition/SetupDialog.h"
 #include "acquisition/records/ProgramState.h"
+#include "files/FileView.h"
+#include "files/OpenCommands.h"
 #include "files/SaveCommands.h"
 #include "platform/FileDialogs.h"
 #include "platform/Messages.h"
@@ -12,6 +14,7 @@
 #include <QSet>
 
 #include <array>
+#include <filesystem>
 #include <functional>
 #include <initializer_list>
 #include <memory>
@@ -26,6 +29,7 @@ class frmMain;
 
 namespace tavex2 {
 
+class FileWork;
 class GraphsPanel;
 class RunController;
 class frmLegend;
@@ -34,6 +38,7 @@ class frmWaiting;
 /// The commands behind the main window's menus and buttons. The window calls them; none is null.
 struct MainCommands {
     RunController& run;
+    OpenCommands& open;
     SaveCommands& save;
     SetupCommands& setup;
     SetupServices setupServices;
@@ -45,7 +50,7 @@ struct MainCommands {
 
 /// The main window: it shows the state, takes input and calls the commands; nothing is worked out here.
 /// User-interface thread only.
-class frmMain final : public QMainWindow, public RunView, public SaveView, public OptionsView {
+class frmMain final : public QMainWindow, public RunView, public FileView, public OptionsView {
     Q_OBJECT
 
   public:
@@ -54,6 +59,9 @@ class frmMain final : public QMainWindow, public RunView, public SaveView, publi
 
     /// Connects the commands; called once, before the window is shown.
     void connectCommands(MainCommands commands);
+
+    /// Opens a trial file or a setup file, as it is dropped on the window or named on the command line.
+    void openFile(const std::filesystem::path& path);
 
     /// Shows what start-up found: check marks, menus, caption. The window itself is shown by the caller.
     void showStartUp(int spreadsheetItem);
@@ -71,7 +79,7 @@ class frmMain final : public QMainWindow, public RunView, public SaveView, publi
     void UpdateMenus() override;
     void UpdateCaption() override;
     void editComments() override;
-    void processPending() override;
+    bool fileProgress(int done, int of) override;
 
     // What the Options menu shows.
     void setOptionChecked(int index, bool checked) override;
@@ -83,6 +91,8 @@ class frmMain final : public QMainWindow, public RunView, public SaveView, publi
     /// The close box runs the same routine as Exit.
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void addStatusPanels();
@@ -93,6 +103,7 @@ class frmMain final : public QMainWindow, public RunView, public SaveView, publi
     void connectOptions();
     void disableUnbuiltCommands();
 
+    void mnuOpenLumidor2_Click();
     void mnuExit_Click();
     void saveWith(const std::function<void()>& command);
     void mnuOption_Click(int index);
@@ -117,6 +128,7 @@ class frmMain final : public QMainWindow, public RunView, public SaveView, publi
     QLabel* m_pointerPanel;
     QLabel* m_devicePanel;
     QProgressBar* m_progress;
+    FileWork* m_fileWork = nullptr;
     std::array<QAction*, 7> m_options;
     QSet<const QAction*> m_built; ///< commands that this version has
     bool m_busyPointer = false;

@@ -1,0 +1,115 @@
+#include "files/TextExport.h"
+
+#include "base/Decimal.h"
+#include "base/PathText.h"
+#include "base/Windows1252.h"
+#include "files/TextTable.h"
+
+#include <span>
+#include <string>
+
+namespace tavex2 {
+
+namespace {
+
+std::string right(std::string text, std::size_t width) {
+    if (text.size() < width) text.insert(0, width - text.size(), ' ');
+    return text;
+}
+
+std::string left(std::string text, std::size_t width) {
+    if (text.size() < width) text.append(width - text.size(), ' ');
+    return text;
+}
+
+/// What the heads of both tables say.
+struct Facts {
+    int channels = 0;
+    std::int64_t samples = 0;
+    double rateHz = 0;
+    double allRepeatsSeconds = 0; ///< Repeat x Duration, in single precision
+};
+
+Result<Facts> factsOf(const ProgramState& state) {
+    if (!hasCurrentTrial(state)) return Error{ErrorKind::InvalidValue, "There is no trial to export."};
+    const SamplingSettings& taken = state.trials.CurrentSettings;
+    if (taken.Rate <= 0) return Error{ErrorKind::InvalidValue, "The trial has no sampling rate."};
+    return Facts{.channels = state.trials.CurrentTrial->channels(),
+                 .samples = state.trials.CurrentTrial->samples(),
+                 .rateHz = static_cast<double>(taken.Rate),
+                 .allRepeatsSeconds = static_cast<double>(static_cast<float>(taken.Repeat) * taken.Duration)};
+}
+
+std::string tabHead(const Facts& facts, const std::filesystem::path& path) {
+    std::string head = "Tavex2 data acquisition file\r\n";
+    head += windows1252FromUtf8(pathText(path)) + "\r\n";
+    head += "Rate=\t" + right(fixedDecimal(facts.rateHz, 2), 8) + "\tDuration= \t" +
+            right(fixedDecimal(facts.allRepeatsSeconds, 3), 9) + "\r\n";
+    head += "Channel=\t";
+    for (int k = 0; k < facts.channels; ++k)
+        head += right(std::to_string(k), 10) + "\t";
+    head += "\r\nTime (s)  \t";
+    for (int k = 0; k < facts.channels; ++k)
+        head += "Chan " + left(std::to_string(k), 5) + "\t";
+    return head + "\r\n";
+}
+
+std::string lmaHead(const Facts& facts, const std::string& trialName) {
+    // The name stands there twice: the sibling program passes over one line.
+    const std::string name = "* " + windows1252FromUtf8(trialName) + ".lma\r\n";
+    const std::string rate = fixedDecimal(facts.rateHz, 2);
+    std::string head = name + name + "* Tavex2 data acquisition file\r\n";
+    head += "* " + right(rate, 8) + " " + right(fixedDecimal(facts.allRepeatsSeconds, 3), 9) + "\r\n";
+    head += "*        0 " + right(std::to_string(facts.samples), 9) + "\r\n";
+    head += "* Channel:";
+    for (int c = 0; c < facts.channels; ++c)
+        head += right(std::to_string(c), 10);
+    head += "\r\n* Time    ";
+    for (int c = 0; c < facts.channels; ++c)
+        head += "Chan " + left(std::to_string(c), 5);
+    head += "\r\n*" + right(rate, 9);
+    for (int c = 0; c < facts.channels; ++c)
+        head += " " + right(fixedDecimal(facts.rateHz, 3), 9);
+    return head + "\r\n";
+}
+
+Result<void> writeTable(const std::filesystem::path& path, const std::string& head, const ProgramState& state,
+                        const Facts& facts, const TableLayout& layout, const AfterChannel& progress) {
+    Result<AtomicFile> file = AtomicFile::create(path);
+    if (!file) return file.error();
+    if (auto written = file.value().write(std::as_bytes(std::span(head))); !written) return written;
+    const TrialArray& trial = *state.trials.CurrentTrial;
+    if (auto written = writeRows(file.value(), trial, facts.rateHz, layout, progress); !written) return written;
+    return file.value().commit();
+}
+
+} // namespace
+
+Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, const AfterChannel& progress) {
+    const Result<Facts> facts = factsOf(state);
+    if (!facts) return facts.error();
+    const TableLayout layout{.timeDecimals = 6,
+                             .valueDecimals = 5,
+                             .width = 0,
+                             .afterTime = "\t",
+                             .afterValue = "\t",
+                             .separatorAtRowEnd = facts.value().channels > 1};
+    const std::filesystem::path whole = std::filesystem::absolute(path);
+    Result<void> written = writeTable(path, tabHead(facts.value(), whole), state, facts.value(), layout, progress);
+    if (written) state.flags.TrialNotSaved = false;
+    return written;
+}
+
+Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& state, const AfterChannel& progress) {
+    const Result<Facts> facts = factsOf(state);
+    if (!facts) return facts.error();
+    const TableLayout layout{.timeDecimals = 4,
+                             .valueDecimals = 4,
+                             .width = 10,
+                             .afterTime = "",
+                             .afterValue = "",
+                             .separatorAtRowEnd = false};
+    return writeTable(path, lmaHead(facts.value(), state.TrialName), state, facts.value(), layout, progress);
+}
+
+} // namespace tavex2

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "acquisition/records/ProgramState.h"
+#include "base/Result.h"
+#include "files/FileProgress.h"
+
+#include <filesystem>
+
+namespace tavex2 {
+
+// The text exports of the current trial. Each writes the file as a whole or not at all, takes channels, samples, rate
+// and duration from the trial itself, and uses "." for decimals whatever the user's language. Texts are Windows-1252.
+// Errors: InvalidValue when there is no trial or it has no rate, those of AtomicFile, Cancelled.
+
+/// A table for spreadsheets, separated by tabs: five lines of head, then time (six decimals) and values (five
+/// decimals). With one channel a row has no tab at its end. After success the trial counts as saved (TrialNotSaved is
+/// False).
+Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, const AfterChannel& progress = {});
+
+/// A table for the sibling analysis program, in columns of ten characters: eight lines of head beginning with an
+/// asterisk, then time and values (four decimals).
+Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& state, const AfterChannel& progress = {});
+
+} // namespace tavex2

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "base/TrialArray.h"
+#include "files/FileProgress.h"
+#include "platform/AtomicFile.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace tavex2 {
+
+/// How the rows of a text export look.
+struct TableLayout {
+    int timeDecimals = 6;
+    int valueDecimals = 5;
+    std::size_t width = 0;         ///< of time and values, which are right-aligned in it; 0 for as they are
+    std::string_view afterTime;    ///< between the time and the first value
+    std::string_view afterValue;   ///< after each value
+    bool separatorAtRowEnd = true; ///< also after the last value of a row
+};
+
+/// Writes one row for each sample of a trial: its time, then each channel's value in volts, then a carriage return and
+/// a line feed. The time starts at 0 and is the running sum of 1 / `rateHz` in single precision, rounding included.
+/// Numbers are exact, ties away from zero. The rows are made on all cores. Errors: those of AtomicFile, and Cancelled
+/// when `progress`, which is told the thousandths done, says so.
+Result<void> writeRows(AtomicFile& file, const TrialArray& trial, double rateHz, const TableLayout& layout,
+                       const AfterChannel& progress);
+
+} // namespace tavex2
