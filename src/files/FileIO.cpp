@@ -149,13 +149,9 @@ Result<void> WriteLmb(const std::filesystem::path& path, ProgramState& state, co
 
 Result<std::filesystem::path> WriteLmbToFreeName(const std::filesystem::path& folder, ProgramState& state,
                                                  const LocalTime& now, const AfterChannel& afterChannel) {
-    for (;;) {
-        std::filesystem::path path = freeName(folder, state.TrialName, ".lmb");
-        const Result<void> written = WriteLmb(path, state, now, {IfExists::Refuse, afterChannel});
-        if (written) return path;
-        // Another program took the name between our look and the end of our writing: the next one, then.
-        if (written.error().kind != ErrorKind::AlreadyExists) return written.error();
-    }
+    return writeToFreeName(folder, state.TrialName, ".lmb", [&](const std::filesystem::path& path) {
+        return WriteLmb(path, state, now, {IfExists::Refuse, afterChannel});
+    });
 }
 
 } // namespace tavex2

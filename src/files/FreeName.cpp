@@ -19,4 +19,15 @@ std::filesystem::path freeName(const std::filesystem::path& folder, std::string_
     }
 }
 
+Result<std::filesystem::path> writeToFreeName(const std::filesystem::path& folder, std::string_view stem,
+                                              std::string_view extension,
+                                              const std::function<Result<void>(const std::filesystem::path&)>& write) {
+    for (;;) {
+        std::filesystem::path path = freeName(folder, stem, extension);
+        const Result<void> written = write(path);
+        if (written) return path;
+        if (written.error().kind != ErrorKind::AlreadyExists) return written.error();
+    }
+}
+
 } // namespace tavex2

@@ -74,18 +74,19 @@ std::string lmaHead(const Facts& facts, const std::string& trialName) {
 }
 
 Result<void> writeTable(const std::filesystem::path& path, const std::string& head, const ProgramState& state,
-                        const Facts& facts, const TableLayout& layout, const AfterChannel& progress) {
-    Result<AtomicFile> file = AtomicFile::create(path);
+                        const Facts& facts, const TableLayout& layout, const WriteOptions& options) {
+    Result<AtomicFile> file = AtomicFile::create(path, options.ifExists);
     if (!file) return file.error();
     if (auto written = file.value().write(std::as_bytes(std::span(head))); !written) return written;
     const TrialArray& trial = *state.trials.CurrentTrial;
-    if (auto written = writeRows(file.value(), trial, facts.rateHz, layout, progress); !written) return written;
+    if (auto written = writeRows(file.value(), trial, facts.rateHz, layout, options.afterChannel); !written)
+        return written;
     return file.value().commit();
 }
 
 } // namespace
 
-Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, const AfterChannel& progress) {
+Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, const WriteOptions& options) {
     const Result<Facts> facts = factsOf(state);
     if (!facts) return facts.error();
     const TableLayout layout{.timeDecimals = 6,
@@ -95,12 +96,12 @@ Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, co
                              .afterValue = "\t",
                              .separatorAtRowEnd = facts.value().channels > 1};
     const std::filesystem::path whole = std::filesystem::absolute(path);
-    Result<void> written = writeTable(path, tabHead(facts.value(), whole), state, facts.value(), layout, progress);
+    Result<void> written = writeTable(path, tabHead(facts.value(), whole), state, facts.value(), layout, options);
     if (written) state.flags.TrialNotSaved = false;
     return written;
 }
 
-Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& state, const AfterChannel& progress) {
+Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& state, const WriteOptions& options) {
     const Result<Facts> facts = factsOf(state);
     if (!facts) return facts.error();
     const TableLayout layout{.timeDecimals = 4,
@@ -109,7 +110,7 @@ Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& sta
                              .afterTime = "",
                              .afterValue = "",
                              .separatorAtRowEnd = false};
-    return writeTable(path, lmaHead(facts.value(), state.TrialName), state, facts.value(), layout, progress);
+    return writeTable(path, lmaHead(facts.value(), state.TrialName), state, facts.value(), layout, options);
 }
 
 } // namespace tavex2

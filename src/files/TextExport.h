@@ -2,7 +2,7 @@
 
 #include "acquisition/records/ProgramState.h"
 #include "base/Result.h"
-#include "files/FileProgress.h"
+#include "files/FileIO.h"
 
 #include <filesystem>
 
@@ -15,10 +15,10 @@ namespace tavex2 {
 /// A table for spreadsheets, separated by tabs: five lines of head, then time (six decimals) and values (five
 /// decimals). With one channel a row has no tab at its end. After success the trial counts as saved (TrialNotSaved is
 /// False).
-Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, const AfterChannel& progress = {});
+Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, const WriteOptions& options = {});
 
 /// A table for the sibling analysis program, in columns of ten characters: eight lines of head beginning with an
 /// asterisk, then time and values (four decimals).
-Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& state, const AfterChannel& progress = {});
+Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& state, const WriteOptions& options = {});
 
 } // namespace tavex2

@@ -376,6 +376,33 @@ TEST_F(CommandLineTest, BoardsListsWhatCanBeUsed) {
         << stdErr.str();
 }
 
+// Formats -------------------------------------------------------------------------------------------------------------
+
+TEST_F(CommandLineTest, CollectWritesEveryFormatAskedFor) {
+    ASSERT_EQ(collect({"--format", "lmb", "--format", "tab", "--format", "lma", "--json"}), 0) << stdErr.str();
+    EXPECT_THAT(filesWritten(), ElementsAre("Trial0001.lma", "Trial0001.lmb", "Trial0001.tab"));
+    const auto trial = nlohmann::json::parse(stdOut.str()).at("Trials").at(0);
+    EXPECT_EQ(trial.at("File"), (out / "Trial0001.lmb").string());
+    EXPECT_EQ(trial.at("Files").size(), 3U);
+    EXPECT_TRUE(bytesOf(out / "Trial0001.tab").starts_with("Tavex2 data acquisition file\r\n"));
+    EXPECT_EQ(run({"collect", "--format", "doc"}), 2);
+}
+
+TEST_F(CommandLineTest, ConvertWritesATrialInAnotherFormat) {
+    ASSERT_EQ(collect({"--format", "lmb", "--format", "lma"}), 0);
+    const std::string trial = (out / "Trial0001.lmb").string();
+    ASSERT_EQ(run({"convert", trial, (folder / "Trial0001.lma").string()}), 0) << stdErr.str();
+    ASSERT_EQ(run({"convert", trial, (folder / "t.tab").string()}), 0) << stdErr.str();
+    ASSERT_EQ(run({"convert", trial, (folder / "copy.lmb").string()}), 0) << stdErr.str();
+    // The volts of a 16-bit recording survive float32, so both ways give the same table.
+    EXPECT_EQ(bytesOf(folder / "Trial0001.lma"), bytesOf(out / "Trial0001.lma"));
+    EXPECT_EQ(bytesOf(folder / "copy.lmb").substr(180), bytesOf(trial).substr(180)) << "all but the title";
+    EXPECT_EQ(run({"convert", trial, (folder / "t.doc").string()}), 1);
+    errorLine();
+    EXPECT_EQ(run({"convert", (folder / "missing.lmb").string(), (folder / "t.tab").string()}), 1);
+    errorLine();
+}
+
 // Sound ---------------------------------------------------------------------------------------------------------------
 
 TEST_F(CommandLineTest, ToneWritesTheStimulusTone) {

@@ -1,7 +1,9 @@
 #include "app/MainWindowFixture.h"
 
+#include <QDragEnterEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QToolBar>
 
@@ -292,6 +294,80 @@ TEST_F(MainWindowTest, AFailedSaveSaysWhyAndKeepsTheTrialUnsaved) {
     saveAs(QStringLiteral("/proc/trial.lmb")); // nobody may write there
     EXPECT_TRUE(message.opened());
     EXPECT_EQ(window().windowTitle(), QStringLiteral("Trial0001 (Unsaved)"));
+}
+
+// Files ---------------------------------------------------------------------------------------------------------------
+
+TEST_F(MainWindowTest, ASavedTrialIsOpenedAgain) {
+    start();
+    collect();
+    saveAs(QString::fromStdString((folder / "First.lmb").string()));
+    collect();
+    const QString second = window().windowTitle();
+    WhenDialogOpens open("CommonDialog", [&](QWidget& shown) {
+        EXPECT_EQ(shown.windowTitle(), QStringLiteral("Open"));
+        enterFileName(shown, QString::fromStdString((folder / "First.lmb").string()));
+    });
+    // The question about the unsaved trial, then the message that the file was read.
+    int messages = 0;
+    QTimer answering;
+    answering.setInterval(5);
+    QObject::connect(&answering, &QTimer::timeout, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr) return;
+        ++messages;
+        EXPECT_TRUE(box->text().startsWith(messages == 1 ? QLatin1String("Your last trial was NOT saved.")
+                                                         : QLatin1String("File read successfully.")));
+        box->button(messages == 1 ? QMessageBox::No : QMessageBox::Ok)->click();
+    });
+    answering.start();
+    action("mnuOpenLumidor2").trigger();
+    ASSERT_TRUE(open.opened());
+    EXPECT_EQ(messages, 2);
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("First"));
+    EXPECT_EQ(status(), QStringLiteral("Opened file: First.lmb"));
+    EXPECT_EQ(plots("cwG"), 2);
+    EXPECT_NE(second, window().windowTitle());
+}
+
+TEST_F(MainWindowTest, AFileDroppedOnTheWindowIsOpened) {
+    start();
+    collect();
+    saveAs(QString::fromStdString((folder / "Dropped.lmb").string()));
+    collect();
+    saveAs(QString::fromStdString((folder / "Other.lmb").string()));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString((folder / "Dropped.lmb").string()))});
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    WhenDialogOpens read("MessageBox", [](QWidget& box) { press(box, QMessageBox::Ok); });
+    QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window(), &drop);
+    ASSERT_TRUE(waitFor([&] { return read.opened() && window().windowTitle() == QLatin1String("Dropped"); }));
+}
+
+TEST_F(MainWindowTest, TablesAreExportedFromTheFileMenu) {
+    start();
+    collect();
+    for (const auto& [command, name] : {std::pair{"mnuTab", "t.tab"}, std::pair{"mnuLumidor", "t.lma"}}) {
+        WhenDialogOpens dialog("CommonDialog", [&](QWidget& shown) {
+            enterFileName(shown, QString::fromStdString((folder / name).string()));
+        });
+        action(command).trigger();
+        ASSERT_TRUE(dialog.opened());
+        EXPECT_GT(bytesOf(folder / name).size(), 500U);
+        EXPECT_TRUE(status().contains(QLatin1String(name))) << status().toStdString();
+    }
+}
+
+TEST_F(MainWindowTest, AutosaveWritesATableWhereTheSetupSaysSo) {
+    start({"Duration=0.05", "DIOMask=0", "SaveType=1"});
+    action("mnuOption_0").trigger();
+    action("mnuAutosaveWithoutAsking").trigger();
+    collect();
+    EXPECT_TRUE(fs::exists(folder / "Trial0001.tab"));
+    EXPECT_FALSE(fs::exists(folder / "Trial0001.lmb"));
 }
 
 } // namespace

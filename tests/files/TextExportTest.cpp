@@ -117,7 +117,7 @@ TEST_F(TextExportTest, EveryRowOfALongTableIsInItsPlace) {
 TEST_F(TextExportTest, AFailureOrACancelLeavesTheOldFileAndTheState) {
     collect(m_state, trialOf({std::vector<double>(20'000, 1.0)}));
     std::ofstream(m_path) << "old";
-    const Result<void> cancelled = WriteTab(m_path, m_state, [](int, int) { return false; });
+    const Result<void> cancelled = WriteTab(m_path, m_state, {IfExists::Replace, [](int, int) { return false; }});
     ASSERT_FALSE(cancelled);
     EXPECT_EQ(cancelled.error().kind, ErrorKind::Cancelled);
     EXPECT_EQ(bytesOf(m_path), "old");

@@ -12,7 +12,9 @@
 #include "base/PathText.h"
 #include "base/Windows1252.h"
 #include "files/FileIO.h"
+#include "files/FreeName.h"
 #include "files/LmbLayout.h"
+#include "files/TextExport.h"
 #include "platform/AnalogInput.h"
 #include "platform/ChannelList.h"
 #include "platform/DigitalOutput.h"
@@ -62,7 +64,11 @@ class InterruptGuard {
 /// Saves each trial as it arrives and remembers what was written.
 class SavingSink final : public TrialSink {
   public:
-    SavingSink(ProgramState& state, fs::path folder) : m_state(state), m_folder(std::move(folder)) {}
+    /// `formats` are extensions without their dot; none stands for the binary trial file.
+    SavingSink(ProgramState& state, fs::path folder, std::vector<std::string> formats)
+        : m_state(state), m_folder(std::move(folder)), m_formats(std::move(formats)) {
+        if (m_formats.empty()) m_formats.emplace_back("lmb");
+    }
 
     Json trials = Json::array();
     std::string text;
@@ -72,27 +78,40 @@ class SavingSink final : public TrialSink {
 
     void save() {
         if (!problems.empty()) return; // one reason is enough, and later trials would meet it too
-        const Result<fs::path> written = WriteLmbToFreeName(m_folder, m_state, localTimeNow());
-        if (!written) {
-            problems.push_back(oneLine(written.error().text));
-            return;
+        Json files = Json::array();
+        const SamplingSettings& taken = m_state.trials.CurrentSettings;
+        for (const std::string& format : m_formats) {
+            const Result<fs::path> written = write(format);
+            if (!written) {
+                problems.push_back(oneLine(written.error().text));
+                return;
+            }
+            files.push_back(pathText(written.value()));
+            text += pathText(written.value()) + ": " + std::to_string(taken.NumChannels) + " channels x " +
+                    std::to_string(taken.NumSamples) + " samples at " + std::to_string(taken.Rate) + " Hz\n";
         }
         m_state.flags.TrialNotSaved = false;
-        const SamplingSettings& taken = m_state.trials.CurrentSettings;
-        const std::string file = pathText(written.value());
         trials.push_back({{"TrialName", m_state.TrialName},
-                          {"File", file},
+                          {"File", files.front()},
                           {"NumChannels", taken.NumChannels},
                           {"NumSamples", taken.NumSamples},
                           {"Rate", taken.Rate},
                           {"Duration", taken.Duration}});
-        text += file + ": " + std::to_string(taken.NumChannels) + " channels x " + std::to_string(taken.NumSamples) +
-                " samples at " + std::to_string(taken.Rate) + " Hz\n";
+        if (files.size() > 1) trials.back()["Files"] = files;
     }
 
   private:
+    Result<fs::path> write(const std::string& format) {
+        if (format == "lmb") return WriteLmbToFreeName(m_folder, m_state, localTimeNow());
+        return writeToFreeName(m_folder, m_state.TrialName, "." + format, [&](const fs::path& path) {
+            return format == "tab" ? WriteTab(path, m_state, {IfExists::Refuse, {}})
+                                   : WriteLma(path, m_state, {IfExists::Refuse, {}});
+        });
+    }
+
     ProgramState& m_state;
     fs::path m_folder;
+    std::vector<std::string> m_formats;
 };
 
 /// Finds out before the subject has made an effort whether the trials will have a place to go.
@@ -239,7 +258,7 @@ int collectTrials(const CollectRequest& request, const CommandLineServices& serv
     if (const auto ready = checkFolder(request.folder, bytesOfTrials(state.settings, request.trials)); !ready)
         return fail(ready.error().text);
 
-    SavingSink sink(state, request.folder);
+    SavingSink sink(state, request.folder, request.formats);
     ConsoleMessages messages;
     SilentRunView view;
     RunTone runTone(tone, request.fast, services);

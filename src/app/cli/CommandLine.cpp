@@ -4,6 +4,7 @@
 #include "app/cli/BoardsCommand.h"
 #include "app/cli/CollectCommand.h"
 #include "app/cli/ConsoleRun.h"
+#include "app/cli/ConvertCommand.h"
 #include "app/cli/PlotCommand.h"
 #include "app/cli/ShowCommand.h"
 #include "app/cli/ToneCommand.h"
@@ -75,12 +76,17 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     collectCommand->add_option("--trials", collect.trials, "Number of collections, one after the other")
         ->check(CLI::Range(1, 9999));
     collectCommand->add_option("--out", collect.folder, "Folder for the trial files; it must exist")->type_name("DIR");
-    collectCommand->add_option("--format", collect.formats, "File format: lmb")
-        ->check(CLI::IsMember({"lmb"}))
+    collectCommand->add_option("--format", collect.formats, "File format: lmb, tab or lma; repeatable")
+        ->check(CLI::IsMember({"lmb", "tab", "lma"}))
         ->allow_extra_args(false);
     collectCommand->add_flag("--fast", collect.fast, "Let a simulated or recorded board deliver as fast as it can");
     collectCommand->add_option("--plot", collect.plot, "Draw the last trial into this PNG file")->type_name("F.png");
     collectCommand->add_flag("--json", collect.json, "Print the result as JSON");
+
+    ConvertRequest convert;
+    CLI::App* convertCommand = app.add_subcommand("convert", "Write a trial file in another format");
+    convertCommand->add_option("IN", convert.from, "A .lmb file")->required();
+    convertCommand->add_option("OUT", convert.to, "The .lmb, .tab or .lma file to write")->required();
 
     ShowRequest show;
     CLI::App* showCommand = app.add_subcommand("show", "Print what a trial file or a setup file holds");
@@ -118,6 +124,7 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     }
 
     if (*collectCommand) return {collectTrials(collect, services), std::nullopt};
+    if (*convertCommand) return {report(convertFile(convert), services.err), std::nullopt};
     if (*showCommand) return {report(showFile(show, services.out), services.err), std::nullopt};
     if (*plotCommand) return {report(plotFile(plot, services.drawPicture), services.err), std::nullopt};
     if (*toneCommand) return {report(writeToneFile(tone), services.err), std::nullopt};

@@ -8,6 +8,7 @@
 #include "app/StartUp.h"
 #include "app/ui/frmMain.h"
 #include "base/PathText.h"
+#include "files/ExportCommands.h"
 #include "files/LmbLayout.h"
 #include "files/SaveCommands.h"
 #include "platform/AnalogInput.h"
@@ -45,15 +46,20 @@ std::filesystem::path userFolder() {
     return pathFromText(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString());
 }
 
-/// Autosave through the save command.
+/// Autosave through the save command or the tab-delimited export.
 class AutosaveSink final : public TrialSink {
   public:
-    explicit AutosaveSink(SaveCommands& save) : m_save(save) {}
-    // Every trial is saved as a binary file, also where the settings ask for a table, which this version cannot write.
-    void autosave(int) override { m_save.autosave(); }
+    AutosaveSink(SaveCommands& save, ExportCommands& exports) : m_save(save), m_exports(exports) {}
+    void autosave(int saveType) override {
+        if (saveType == 1)
+            m_exports.autosaveTab();
+        else
+            m_save.autosave();
+    }
 
   private:
     SaveCommands& m_save;
+    ExportCommands& m_exports;
 };
 
 } // namespace
@@ -75,9 +81,10 @@ struct WindowProgram::Parts {
     QtMessages messages{&window};
     QtFileDialogs dialogs{&window};
     SaveCommands save{state, dialogs, messages, window};
+    ExportCommands exports{state, dialogs, messages, window};
     OpenCommands open{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     SetupCommands setup{state, analogInput, dialogs, messages, window};
-    AutosaveSink sink{save};
+    AutosaveSink sink{save, exports};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
     RunController run{state,
                       {.analogInput = analogInput,
@@ -137,6 +144,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
     parts.window.connectCommands({.run = parts.run,
                                   .open = parts.open,
                                   .save = parts.save,
+                                  .exports = parts.exports,
                                   .setup = parts.setup,
                                   .setupServices = {.analogInput = parts.analogInput,
                                                     .sound = parts.sound,

@@ -134,6 +134,9 @@ void frmMain::connectFileAndDataCommands() {
     on({m_ui->mnuOpenLumidor2, m_ui->tbOpen}, [this] { mnuOpenLumidor2_Click(); });
     on({m_ui->mnuSave, m_ui->tbSave}, [this, &save] { saveWith([&save] { save.mnuSave_Click(); }); });
     on({m_ui->mnuSaveAs, m_ui->tbSaveAs}, [this, &save] { saveWith([&save] { save.mnuSaveAs_Click(); }); });
+    ExportCommands& exports = m_commands->exports;
+    on({m_ui->mnuTab}, [this, &exports] { saveWith([&exports] { exports.mnuTab_Click(); }); });
+    on({m_ui->mnuLumidor}, [this, &exports] { saveWith([&exports] { exports.mnuLumidor_Click(); }); });
     on({m_ui->mnuExit}, [this] { mnuExit_Click(); });
 
     on({m_ui->mnuAcquire, m_ui->tbCollect}, [&run] { run.Collect(); });

@@ -4,6 +4,7 @@
 #include "acquisition/SetupCommands.h"
 #include "acquisition/SetupDialog.h"
 #include "acquisition/records/ProgramState.h"
+#include "files/ExportCommands.h"
 #include "files/FileView.h"
 #include "files/OpenCommands.h"
 #include "files/SaveCommands.h"
@@ -40,6 +41,7 @@ struct MainCommands {
     RunController& run;
     OpenCommands& open;
     SaveCommands& save;
+    ExportCommands& exports;
     SetupCommands& setup;
     SetupServices setupServices;
     FileDialogs& dialogs;

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "acquisition/records/ProgramState.h"
+#include "files/FileIO.h"
+#include "files/FileView.h"
+#include "platform/FileDialogs.h"
+#include "platform/Messages.h"
+
+#include <filesystem>
+#include <functional>
+
+namespace tavex2 {
+
+/// The commands that export the current trial as text. A cancelled dialog ends a command silently; a failure is told
+/// and leaves neither half a file nor a changed state. User-interface thread only.
+class ExportCommands {
+  public:
+    ExportCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, FileView& view);
+
+    /// Asks for a name and writes the tab-delimited table.
+    void mnuTab_Click();
+    /// Asks for a name and writes the table for the sibling analysis program.
+    void mnuLumidor_Click();
+
+    /// Saves a finished trial as a table: the command above, or, when the user wants no question, under the trial's
+    /// name or the next free one in the data directory, shown in the status bar.
+    void autosaveTab();
+
+  private:
+    using Write = std::function<Result<void>(const std::filesystem::path&, const WriteOptions&)>;
+
+    bool hasTrial();
+    bool exportTo(const std::filesystem::path& path, const Write& write);
+    WriteOptions options(IfExists ifExists);
+    void tellFailure(const std::filesystem::path& path, const Error& error);
+    void enterTab(const std::filesystem::path& path);
+
+    ProgramState& m_state;
+    FileDialogs& m_dialogs;
+    Messages& m_messages;
+    FileView& m_view;
+};
+
+} // namespace tavex2
