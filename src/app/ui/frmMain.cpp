@@ -2,6 +2,7 @@
 
 #include "acquisition/RunController.h"
 #include "acquisition/ui/frmProperties.h"
+#include "analysis/ui/frmLabels.h"
 #include "app/MenuState.h"
 #include "app/ui/FileWork.h"
 #include "app/ui/frmWaiting.h"
@@ -9,6 +10,7 @@
 #include "display/ui/GraphsPanel.h"
 #include "display/ui/frmLegend.h"
 #include "display/ui/frmScale.h"
+#include "files/ui/frmComments.h"
 #include "ui_frmMain.h"
 
 #include <QApplication>
@@ -164,6 +166,8 @@ void frmMain::connectViewCommands() {
 }
 
 void frmMain::connectOptions() {
+    on({m_ui->mnuEdit_0}, [this] { editComments(); });
+    on({m_ui->mnuEdit_2}, [this] { frmLabels(m_state, this).exec(); });
     on({m_ui->mnuEdit_1, m_ui->tbConfigure}, [this] { mnuProperties_Click(); });
     for (std::size_t index = 0; index < m_options.size(); ++index)
         on({m_options[index]}, [this, index] { mnuOption_Click(static_cast<int>(index)); });
@@ -275,7 +279,9 @@ void frmMain::UpdateCaption() {
     setWindowTitle(QString::fromStdString(captionFor(m_state)));
 }
 
-void frmMain::editComments() {}
+void frmMain::editComments() {
+    frmComments(m_state.comments, m_state.settings.setup.TrialNumber, this).exec();
+}
 
 bool frmMain::fileProgress(int done, int of) {
     return m_fileWork->step(done, of);

@@ -1,0 +1,163 @@
+#include "analysis/ui/frmLabels.h"
+
+#include "base/Decimal.h"
+#include "base/Windows1252.h"
+#include "platform/qt/CenterForm.h"
+#include "platform/qt/InputBox.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace tavex2 {
+
+namespace {
+
+QString shown(const std::string& text) {
+    return QString::fromStdString(utf8FromWindows1252(text));
+}
+
+std::string stored(const QString& text) {
+    return windows1252FromUtf8(text.toStdString());
+}
+
+} // namespace
+
+frmLabels::frmLabels(ProgramState& state, QWidget* mainWindow) : QDialog(mainWindow), m_labels(state) {
+    setObjectName(QStringLiteral("frmLabels"));
+    setWindowTitle(tr("Channel Labels and Units"));
+    auto* whole = new QVBoxLayout(this);
+    auto* facts = new QFormLayout;
+    whole->addLayout(facts);
+    m_title = addFact(*facts, "txtTitle", tr("Title:"), tr("Title from data file"));
+    m_rate = addFact(*facts, "txtRate", tr("Rate:"), tr("Sampling rate of forces (Hz per channel)"));
+    m_duration = addFact(*facts, "txtDuration", tr("Duration:"), tr("Sampling rate of forces (Hz per channel)"));
+    addLists();
+    addButtons();
+    showFacts();
+    RewriteValues();
+}
+
+QLineEdit* frmLabels::addFact(QFormLayout& form, const char* name, const QString& caption, const QString& tip) {
+    auto* box = new QLineEdit(this);
+    box->setObjectName(QLatin1String(name));
+    box->setToolTip(tip);
+    box->setReadOnly(true);
+    form.addRow(caption, box);
+    return box;
+}
+
+QListWidget* frmLabels::makeList(const char* name, const QString& tip) {
+    auto* list = new QListWidget(this);
+    list->setObjectName(QLatin1String(name));
+    list->setAccessibleName(tip);
+    list->setToolTip(tip);
+    return list;
+}
+
+void frmLabels::addLists() {
+    m_nums = makeList("lstNums", tr("Channel"));
+    m_names = makeList("lstLabels", tr("Click to enter a new label"));
+    m_units = makeList("lstUnits", tr("Clcik to enter a new unit"));
+    auto* lists = new QHBoxLayout;
+    lists->addWidget(m_nums, 1);
+    lists->addWidget(m_names, 3);
+    lists->addWidget(m_units, 2);
+    static_cast<QVBoxLayout*>(layout())->addLayout(lists);
+    // Side by side they are one table: they show the same rows.
+    for (QListWidget* one : {m_nums, m_names, m_units})
+        for (QListWidget* other : {m_nums, m_names, m_units})
+            if (one != other)
+                connect(one->verticalScrollBar(), &QScrollBar::valueChanged, other->verticalScrollBar(),
+                        &QScrollBar::setValue);
+    whenChosen(m_names, &frmLabels::editLabel);
+    whenChosen(m_units, &frmLabels::editUnit);
+}
+
+void frmLabels::whenChosen(QListWidget* list, void (frmLabels::*edit)(int)) {
+    connect(list, &QListWidget::itemClicked, this,
+            [this, list, edit](QListWidgetItem* item) { (this->*edit)(list->row(item)); });
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2}) {
+        auto* shortcut = new QShortcut(QKeySequence(key), list, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, this, [this, list, edit] {
+            if (list->currentRow() >= 0) (this->*edit)(list->currentRow());
+        });
+    }
+}
+
+void frmLabels::addButtons() {
+    auto* row = new QHBoxLayout;
+    const auto add = [&](const char* name, const QString& text, const QString& tip, auto command) {
+        auto* button = new QPushButton(text, this);
+        button->setObjectName(QLatin1String(name));
+        button->setToolTip(tip);
+        button->setAutoDefault(false);
+        connect(button, &QPushButton::clicked, this, command);
+        row->addWidget(button);
+    };
+    add("cmdSelect", tr("&Copy Units"), tr("Press to select all channels or copy last entry to all channels"), [this] {
+        m_labels.cmdSelect_Click();
+        RewriteValues();
+    });
+    add("cmdReset", tr("&Reset"), tr("Press to reset selections"), [this] {
+        m_labels.cmdReset_Click();
+        showFacts();
+        RewriteValues();
+    });
+    row->addStretch();
+    add("cmdExit", tr("&Done"), tr("Press after selecting channels"), [this] { accept(); });
+    add("cmdCancel", tr("&Cancel"), tr("Press to exit and ignore selections"), [this] { reject(); });
+    static_cast<QVBoxLayout*>(layout())->addLayout(row);
+}
+
+void frmLabels::editLabel(int channel) {
+    const auto answer =
+        inputBox(this, tr("Change Labels"), tr("Enter channel label or press Cancel."), shown(m_labels.label(channel)));
+    m_labels.enterLabel(channel, stored(answer.value_or(QString())));
+    RewriteValues();
+}
+
+void frmLabels::editUnit(int channel) {
+    const auto answer =
+        inputBox(this, tr("Change Units"), tr("Enter correct units or press Cancel."), shown(m_labels.unit(channel)));
+    m_labels.enterUnit(channel, stored(answer.value_or(QString())));
+    RewriteValues();
+}
+
+void frmLabels::showFacts() {
+    m_title->setText(shown(m_labels.title()));
+    m_rate->setText(QString::fromStdString(m_labels.rate()));
+    m_duration->setText(QString::fromStdString(m_labels.duration()));
+}
+
+/// Fills the lists anew and keeps the row that was chosen.
+void frmLabels::RewriteValues() {
+    const auto fill = [this](QListWidget* list, auto text) {
+        const int row = list->currentRow();
+        list->clear();
+        for (int channel = 0; channel < m_labels.channels(); ++channel)
+            list->addItem(text(channel));
+        list->setCurrentRow(row);
+    };
+    fill(m_nums, [](int channel) { return QString::fromStdString(zeroPadded(channel, 2)); });
+    fill(m_names, [this](int channel) { return shown(m_labels.label(channel)); });
+    fill(m_units, [this](int channel) { return shown(m_labels.unit(channel)); });
+}
+
+/// Also what the close box does.
+void frmLabels::reject() {
+    m_labels.cmdCancel_Click();
+    QDialog::reject();
+}
+
+void frmLabels::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    CenterForm(this, parentWidget()->window());
+}
+
+} // namespace tavex2
