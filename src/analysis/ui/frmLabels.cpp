@@ -41,6 +41,8 @@ frmLabels::frmLabels(ProgramState& state, QWidget* mainWindow) : QDialog(mainWin
     addButtons();
     showFacts();
     RewriteValues();
+    m_names->setCurrentRow(0);
+    m_names->setFocus();
 }
 
 QLineEdit* frmLabels::addFact(QFormLayout& form, const char* name, const QString& caption, const QString& tip) {

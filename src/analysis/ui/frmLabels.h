@@ -4,9 +4,6 @@
 
 #include <QDialog>
 
-#include <array>
-
-class QAbstractButton;
 class QFormLayout;
 class QLineEdit;
 class QListWidget;
