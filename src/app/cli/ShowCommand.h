@@ -12,8 +12,9 @@ struct ShowRequest {
     bool json = false;
 };
 
-/// Writes what a file holds. A setup file (.set): every setting by its name. A trial file: header, labels and units of the slots in use, comments and, for each channel,
-/// minimum, maximum and mean in volts. As text for people, or as one JSON object with the records' field names.
+/// Writes what a file holds. A setup file (.set): every setting by its name. A trial file: header, labels and units of
+/// the slots in use, comments and, for each channel, minimum, maximum and mean in volts. As text for people, or as one
+/// JSON object with the records' field names.
 Result<void> showFile(const ShowRequest& request, std::ostream& out);
 
 } // namespace tavex2
