@@ -14,6 +14,10 @@ class FileView {
     virtual bool fileProgress(int done, int of) = 0;
     virtual void UpdateMenus() = 0;
     virtual void UpdateCaption() = 0;
+    /// A caption that the next UpdateCaption() replaces.
+    virtual void setCaption(const std::string& text) = 0;
+    /// Units and scaling of the graphs are to follow the settings.
+    virtual void followDisplaySettings() = 0;
     virtual void RedrawTrials() = 0;
     virtual void setStatusText(const std::string& text) = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "base/PathText.h"
 #include "base/Rounding.h"
+#include "files/UnsavedTrial.h"
 
 #include <utility>
 
@@ -57,20 +58,11 @@ void OpenCommands::mnuOpenLumidor2_Click() {
 }
 
 void OpenCommands::openLmb(const fs::path& path) {
-    if (!mayReplaceTrial() || !ReadLmb(path)) return;
+    if (!mayReplaceTrial(m_state, m_messages, m_saveTrial) || !ReadLmb(path)) return;
     m_view.RedrawTrials();
     m_view.UpdateMenus();
     m_view.UpdateCaption();
     m_view.setStatusText("Opened file: " + pathText(path.filename()));
-}
-
-bool OpenCommands::mayReplaceTrial() {
-    if (!m_state.flags.TrialNotSaved || !hasCurrentTrial(m_state)) return true;
-    const MessageAnswer answer =
-        m_messages.show({"Your last trial was NOT saved.  Do you want to save it before opening another?",
-                         "Last Trial Saved", MessageIcon::Question, MessageButtons::YesNoCancel});
-    if (answer == MessageAnswer::Cancel) return false;
-    return answer == MessageAnswer::No || m_saveTrial();
 }
 
 bool OpenCommands::ReadLmb(const fs::path& path) {

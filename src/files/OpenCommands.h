@@ -34,8 +34,6 @@ class OpenCommands {
     bool ReadLmb(const std::filesystem::path& path);
 
   private:
-    bool mayReplaceTrial();
-
     ProgramState& m_state;
     FileDialogs& m_dialogs;
     Messages& m_messages;

@@ -397,6 +397,11 @@ TEST_F(CommandLineTest, ConvertWritesATrialInAnotherFormat) {
     // The volts of a 16-bit recording survive float32, so both ways give the same table.
     EXPECT_EQ(bytesOf(folder / "Trial0001.lma"), bytesOf(out / "Trial0001.lma"));
     EXPECT_EQ(bytesOf(folder / "copy.lmb").substr(180), bytesOf(trial).substr(180)) << "all but the title";
+    const std::string stimulus = (folder / "Trial0001.plv").string();
+    ASSERT_EQ(run({"convert", trial, stimulus}), 0) << stdErr.str();
+    fs::remove(folder / "Trial0001.lma");
+    ASSERT_EQ(run({"convert", stimulus, (folder / "Trial0001.lma").string()}), 0) << stdErr.str();
+    EXPECT_EQ(bytesOf(folder / "Trial0001.lma"), bytesOf(out / "Trial0001.lma"));
     EXPECT_EQ(run({"convert", trial, (folder / "t.doc").string()}), 1);
     errorLine();
     EXPECT_EQ(run({"convert", (folder / "missing.lmb").string(), (folder / "t.tab").string()}), 1);

@@ -215,6 +215,8 @@ class FakeFileView final : public FileView {
         return goesOn;
     }
     void UpdateMenus() override { log.emplace_back("menus"); }
+    void setCaption(const std::string& text) override { log.push_back("caption " + text); }
+    void followDisplaySettings() override { log.emplace_back("units"); }
     void UpdateCaption() override { log.emplace_back("caption"); }
     void RedrawTrials() override { log.emplace_back("redraw"); }
     void setStatusText(const std::string& text) override {

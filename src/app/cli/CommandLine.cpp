@@ -27,7 +27,7 @@ namespace fs = std::filesystem;
 Result<void> checkOpenable(const fs::path& file, const std::string& asGiven) {
     std::string kind = file.extension().string();
     std::ranges::transform(kind, kind.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    if (kind != ".set" && kind != ".lmb")
+    if (kind != ".set" && kind != ".lmb" && kind != ".plv")
         return Error{ErrorKind::InvalidValue, "'" + asGiven +
                                                   "' is neither a command nor a trial file (.lmb) or setup file "
                                                   "(.set). 'tavex2 --help' tells how to use it."};
@@ -63,7 +63,7 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     app.add_option("--set", window.settings, settingHelp)->type_name("NAME=VALUE")->allow_extra_args(false);
 
     std::string file;
-    app.add_option("FILE", file, "Open this trial file (.lmb) or setup file (.set)");
+    app.add_option("FILE", file, "Open this trial file (.lmb, .plv) or setup file (.set)");
 
     CollectRequest collect;
     CLI::App* collectCommand = app.add_subcommand("collect", "Collect trials and save them");
@@ -85,8 +85,8 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
 
     ConvertRequest convert;
     CLI::App* convertCommand = app.add_subcommand("convert", "Write a trial file in another format");
-    convertCommand->add_option("IN", convert.from, "A .lmb file")->required();
-    convertCommand->add_option("OUT", convert.to, "The .lmb, .tab or .lma file to write")->required();
+    convertCommand->add_option("IN", convert.from, "A .lmb or .plv file")->required();
+    convertCommand->add_option("OUT", convert.to, "The .lmb, .plv, .tab or .lma file to write")->required();
 
     ShowRequest show;
     CLI::App* showCommand = app.add_subcommand("show", "Print what a trial file or a setup file holds");

@@ -8,11 +8,12 @@ namespace tavex2 {
 
 /// A trial file to be written in another format.
 struct ConvertRequest {
-    std::filesystem::path from; ///< .lmb
-    std::filesystem::path to;   ///< .lmb, .tab or .lma, by its extension
+    std::filesystem::path from; ///< .lmb or .plv
+    std::filesystem::path to;   ///< .lmb, .plv, .tab or .lma, by its extension
 };
 
-/// Reads a trial file and writes it anew. An existing file is replaced when the new one is complete. Errors: those of
+/// Reads a trial file and writes it anew. An existing file is replaced when the new one is complete
+/// (a .plv file: written over). Errors: those of
 /// the reader and the writers; InvalidValue for an extension that is none of these.
 Result<void> convertFile(const ConvertRequest& request);
 

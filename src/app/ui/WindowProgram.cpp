@@ -82,6 +82,7 @@ struct WindowProgram::Parts {
     QtFileDialogs dialogs{&window};
     SaveCommands save{state, dialogs, messages, window};
     ExportCommands exports{state, dialogs, messages, window};
+    StimulusCommands stimulusFiles{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     OpenCommands open{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     SetupCommands setup{state, analogInput, dialogs, messages, window};
     AutosaveSink sink{save, exports};
@@ -145,6 +146,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
                                   .open = parts.open,
                                   .save = parts.save,
                                   .exports = parts.exports,
+                                  .stimulusFiles = parts.stimulusFiles,
                                   .setup = parts.setup,
                                   .setupServices = {.analogInput = parts.analogInput,
                                                     .sound = parts.sound,

@@ -133,7 +133,11 @@ void frmMain::on(std::initializer_list<QAction*> actions, const std::function<vo
 void frmMain::connectFileAndDataCommands() {
     RunController& run = m_commands->run;
     SaveCommands& save = m_commands->save;
-    on({m_ui->mnuOpenLumidor2, m_ui->tbOpen}, [this] { mnuOpenLumidor2_Click(); });
+    on({m_ui->mnuOpenLumidor2, m_ui->tbOpen},
+       [this] { openWith([this] { m_commands->open.mnuOpenLumidor2_Click(); }); });
+    StimulusCommands& stimulusFiles = m_commands->stimulusFiles;
+    on({m_ui->mnuOpen}, [this, &stimulusFiles] { openWith([&] { stimulusFiles.mnuOpen_Click(); }); });
+    on({m_ui->mnuPulvo}, [this, &stimulusFiles] { saveWith([&] { stimulusFiles.mnuPulvo_Click(); }); });
     on({m_ui->mnuSave, m_ui->tbSave}, [this, &save] { saveWith([&save] { save.mnuSave_Click(); }); });
     on({m_ui->mnuSaveAs, m_ui->tbSaveAs}, [this, &save] { saveWith([&save] { save.mnuSaveAs_Click(); }); });
     ExportCommands& exports = m_commands->exports;
@@ -276,11 +280,15 @@ void frmMain::UpdateMenus() {
 }
 
 void frmMain::UpdateCaption() {
-    setWindowTitle(QString::fromStdString(captionFor(m_state)));
+    setCaption(captionFor(m_state));
 }
 
 void frmMain::editComments() {
     frmComments(m_state.comments, m_state.settings.setup.TrialNumber, this).exec();
+}
+
+void frmMain::setCaption(const std::string& text) {
+    setWindowTitle(QString::fromStdString(text));
 }
 
 bool frmMain::fileProgress(int done, int of) {
@@ -327,25 +335,25 @@ void frmMain::followDisplaySettings() {
 // Saving
 // ---------------------------------------------------------------------------------------------------------------
 
-/// Opens what a user drops on the window, or names otherwise: a trial or a setup file.
-void frmMain::openFile(const std::filesystem::path& path) {
+/// Runs a command that replaces the current trial: not while one is being taken, and a real-time view ends.
+void frmMain::openWith(const std::function<void()>& command) {
     if (!idle("A trial is being collected. Open the file when it has arrived.")) return;
     if (m_state.flags.RealTimeMode) m_commands->run.Stop();
-    std::string kind = path.extension().string();
-    std::ranges::transform(kind, kind.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    if (kind == ".set") {
-        m_commands->setup.LoadSetupFile(path);
-        return;
-    }
     const RunController::Hold hold(m_commands->run);
-    m_commands->open.openLmb(path);
+    command();
 }
 
-void frmMain::mnuOpenLumidor2_Click() {
-    if (!idle("A trial is being collected. Open the file when it has arrived.")) return;
-    if (m_state.flags.RealTimeMode) m_commands->run.Stop();
-    const RunController::Hold hold(m_commands->run);
-    m_commands->open.mnuOpenLumidor2_Click();
+void frmMain::openFile(const std::filesystem::path& path) {
+    std::string kind = path.extension().string();
+    std::ranges::transform(kind, kind.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    openWith([&] {
+        if (kind == ".set")
+            m_commands->setup.LoadSetupFile(path);
+        else if (kind == ".plv")
+            m_commands->stimulusFiles.importPlv(path);
+        else
+            m_commands->open.openLmb(path);
+    });
 }
 
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {

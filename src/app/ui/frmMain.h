@@ -8,6 +8,7 @@
 #include "files/FileView.h"
 #include "files/OpenCommands.h"
 #include "files/SaveCommands.h"
+#include "files/StimulusCommands.h"
 #include "platform/FileDialogs.h"
 #include "platform/Messages.h"
 
@@ -42,6 +43,7 @@ struct MainCommands {
     OpenCommands& open;
     SaveCommands& save;
     ExportCommands& exports;
+    StimulusCommands& stimulusFiles;
     SetupCommands& setup;
     SetupServices setupServices;
     FileDialogs& dialogs;
@@ -82,6 +84,7 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     void UpdateCaption() override;
     void editComments() override;
     bool fileProgress(int done, int of) override;
+    void setCaption(const std::string& text) override;
 
     // What the Options menu shows.
     void setOptionChecked(int index, bool checked) override;
@@ -105,7 +108,7 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     void connectOptions();
     void disableUnbuiltCommands();
 
-    void mnuOpenLumidor2_Click();
+    void openWith(const std::function<void()>& command);
     void mnuExit_Click();
     void saveWith(const std::function<void()>& command);
     void mnuOption_Click(int index);

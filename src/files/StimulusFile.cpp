@@ -1,0 +1,191 @@
+#include "files/StimulusFile.h"
+
+#include "acquisition/records/SamplingBlock.h"
+#include "base/FileErrors.h"
+#include "base/LittleEndian.h"
+#include "base/PathText.h"
+
+#include <array>
+#include <cerrno>
+#include <fstream>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace tavex2 {
+
+namespace {
+
+constexpr std::string_view magic = "PLV";
+constexpr std::int16_t newestVersion = 256;
+
+// Type codes of array elements.
+constexpr std::uint16_t codeInt16 = 0x2002;
+constexpr std::uint16_t codeInt32 = 0x2003;
+constexpr std::uint16_t codeFloat32 = 0x2004;
+constexpr std::uint16_t codeFloat64 = 0x2005;
+
+constexpr std::uint64_t bytesBeforeDescriptors = 3 + 2 + samplingBlockBytes + 2 + 2;
+
+template <class T>
+void put(std::ostream& out, T value) {
+    const auto bytes = littleEndianBytes(value);
+    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+/// A number from the stream; 0 when it has ended, which the stream then says.
+template <class T>
+T get(std::istream& in) {
+    std::array<std::byte, sizeof(T)> bytes{};
+    in.read(reinterpret_cast<char*>(bytes.data()), sizeof(T));
+    return fromLittleEndian<T>(bytes);
+}
+
+Error damaged(const std::string& name, const std::string& what) {
+    return {ErrorKind::ReadFailed, name + " is damaged: " + what};
+}
+
+std::uint64_t sizeOfElement(std::uint16_t code) {
+    switch (code) {
+    case codeInt16:
+        return 2;
+    case codeInt32:
+    case codeFloat32:
+        return 4;
+    case codeFloat64:
+        return 8;
+    default:
+        return 0;
+    }
+}
+
+/// How the data block says that the elements lie.
+struct Shape {
+    std::uint16_t code = 0;
+    int dimensions = 0;
+    std::int64_t channels = 1;
+    std::int64_t samples = 0;
+};
+
+Result<Shape> readShape(std::istream& in, std::uint64_t bytes, const std::string& name) {
+    Shape shape;
+    shape.code = get<std::uint16_t>(in);
+    const auto dimensions = get<std::uint16_t>(in);
+    if (!in || sizeOfElement(shape.code) == 0)
+        return damaged(name, "its elements have the unknown type " + std::to_string(shape.code) + ".");
+    if (dimensions != 1 && dimensions != 2)
+        return damaged(name, "its data have " + std::to_string(dimensions) + " dimensions.");
+    shape.dimensions = dimensions;
+    if (dimensions == 2) {
+        shape.channels = get<std::int32_t>(in);
+        (void)get<std::int32_t>(in); // the lower bound, which may be any
+    }
+    shape.samples = get<std::int32_t>(in);
+    (void)get<std::int32_t>(in);
+    if (!in || shape.channels < 1 || shape.channels > mostChannels || shape.samples < 1)
+        return damaged(name, "it claims " + std::to_string(shape.channels) + " channels of " +
+                                 std::to_string(shape.samples) + " samples.");
+    const std::uint64_t needed = bytesBeforeDescriptors + 8 * std::uint64_t{dimensions} +
+                                 static_cast<std::uint64_t>(shape.channels) *
+                                     static_cast<std::uint64_t>(shape.samples) * sizeOfElement(shape.code);
+    if (bytes < needed)
+        return damaged(name, "it has " + std::to_string(bytes) + " bytes instead of " + std::to_string(needed) + ".");
+    return shape;
+}
+
+/// Reads a channel's elements of type `Stored` into a row of volts.
+template <class Stored, class Volts>
+void readRow(std::istream& in, std::span<Volts> row) {
+    for (Volts& volts : row)
+        volts = static_cast<Volts>(get<Stored>(in));
+}
+
+Result<TrialArray> readElements(std::istream& in, const Shape& shape, const std::string& name) {
+    const ElementType type = shape.code == codeFloat32 ? ElementType::Float32 : ElementType::Float64;
+    Result<TrialArray> samples =
+        TrialArray::allocate(type, shape.dimensions, static_cast<int>(shape.channels), shape.samples);
+    if (!samples) return samples;
+    for (int channel = 0; channel < samples.value().channels(); ++channel) {
+        switch (shape.code) {
+        case codeInt16:
+            readRow<std::int16_t>(in, samples.value().doubles(channel));
+            break;
+        case codeInt32:
+            readRow<std::int32_t>(in, samples.value().doubles(channel));
+            break;
+        case codeFloat32:
+            readRow<float>(in, samples.value().floats(channel));
+            break;
+        default:
+            readRow<double>(in, samples.value().doubles(channel));
+        }
+        if (!in) return damaged(name, "it ends in channel " + std::to_string(channel) + ".");
+    }
+    return samples;
+}
+
+void writeElements(std::ostream& out, const TrialArray& trial) {
+    put(out, trial.elementType() == ElementType::Float32 ? codeFloat32 : codeFloat64);
+    put(out, static_cast<std::uint16_t>(trial.rank()));
+    if (trial.rank() == 2) {
+        put(out, std::int32_t{trial.channels()});
+        put(out, std::int32_t{0});
+    }
+    put(out, static_cast<std::int32_t>(trial.samples()));
+    put(out, std::int32_t{0});
+    for (int channel = 0; channel < trial.channels(); ++channel)
+        trial.visitChannel(channel, [&out](auto samples) {
+            for (const auto volts : samples)
+                put(out, volts);
+        });
+}
+
+} // namespace
+
+Result<void> WritePlv(const std::filesystem::path& path, ProgramState& state) {
+    if (!hasCurrentTrial(state)) return Error{ErrorKind::InvalidValue, "There is no trial to export."};
+    errno = 0;
+    // Opened for reading too, because opening for writing alone would empty the file first.
+    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
+    if (!file) file.open(path, std::ios::binary | std::ios::out);
+    file << magic;
+    put(file, newestVersion);
+    const auto sampling = encodeSampling(state.trials.CurrentSettings);
+    file.write(reinterpret_cast<const char*>(sampling.data()), static_cast<std::streamsize>(sampling.size()));
+    writeElements(file, *state.trials.CurrentTrial);
+    file.close();
+    if (!file) return writeError(path, {errno != 0 ? errno : EIO, std::generic_category()});
+    state.flags.Unsaved = false;
+    return {};
+}
+
+Result<StimulusFile> readPlv(std::istream& in, std::uint64_t bytes, const std::string& name) {
+    std::string first(magic.size(), '\0');
+    in.read(first.data(), static_cast<std::streamsize>(first.size()));
+    if (first != magic) return Error{ErrorKind::BadFormat, name + " is not a Pulvo file."};
+    const auto version = get<std::int16_t>(in);
+    if (version > newestVersion)
+        return Error{ErrorKind::WrongVersion, name + " has the version " + std::to_string(version) + "."};
+    std::array<std::byte, samplingBlockBytes> sampling{};
+    in.read(reinterpret_cast<char*>(sampling.data()), static_cast<std::streamsize>(sampling.size()));
+    if (!in) return damaged(name, "it ends before its data.");
+    const Result<Shape> shape = readShape(in, bytes, name);
+    if (!shape) return shape.error();
+    Result<TrialArray> samples = readElements(in, shape.value(), name);
+    if (!samples) return samples.error();
+    return StimulusFile{.sampling = decodeSampling(sampling), .samples = std::move(samples).value()};
+}
+
+Result<StimulusFile> readPlvFile(const std::filesystem::path& path) {
+    std::error_code problem;
+    const std::uintmax_t bytes = std::filesystem::file_size(path, problem);
+    if (problem) return readError(path, problem);
+    errno = 0;
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return readError(path, {errno != 0 ? errno : EIO, std::generic_category()});
+    return readPlv(in, bytes, pathText(path));
+}
+
+} // namespace tavex2

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "acquisition/records/ProgramState.h"
+#include "base/Result.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <istream>
+#include <string>
+
+namespace tavex2 {
+
+// The stimulus program's file (.plv), little-endian without padding:
+//   "PLV", version (int16, 256)
+//   sampling settings, 107 bytes (acquisition/records/SamplingBlock.h)
+//   type of the elements (0x2000 + 4 for float32, + 5 for float64; + 2 and + 3 for int16 and int32 are read too)
+//   number of dimensions: 1 (samples) or 2 (channels, samples)
+//   for each dimension: number of elements and lower bound, int32 each
+//   the elements, channel after channel
+
+/// What a stimulus file holds.
+struct StimulusFile {
+    SamplingSettings sampling;
+    TrialArray samples; ///< volts; rank and element type as in the file, whole numbers as float64
+};
+
+/// Writes the current trial and its sampling settings. An existing file is written over in place: what it had beyond
+/// the new data stays behind them and is ignored by readers. After success Unsaved is False. Errors: InvalidValue when
+/// there is no trial, WriteFailed.
+Result<void> WritePlv(const std::filesystem::path& path, ProgramState& state);
+
+/// Reads a stimulus file. Counts are checked against the file's size before memory is taken; nothing checks settings
+/// and data against each other. Errors: BadFormat for a file of another kind, WrongVersion for a newer one, ReadFailed
+/// for anything else that goes wrong, OutOfMemory.
+Result<StimulusFile> readPlvFile(const std::filesystem::path& path);
+/// The same from a stream at its start that holds `bytes` bytes; `name` stands for the file in messages.
+Result<StimulusFile> readPlv(std::istream& in, std::uint64_t bytes, const std::string& name);
+
+} // namespace tavex2

@@ -1,0 +1,218 @@
+#include "files/StimulusFile.h"
+
+#include "base/LittleEndian.h"
+#include "files/StimulusCommands.h"
+#include "files/Trials.h"
+#include "support/Fakes.h"
+#include "support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+#include <sstream>
+
+namespace tavex2::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+template <class T>
+std::string bytes(T value) {
+    const auto field = littleEndianBytes(value);
+    return {reinterpret_cast<const char*>(field.data()), field.size()};
+}
+
+/// A file of these data behind the default settings.
+std::string plv(const std::string& data, std::int16_t version = 256) {
+    ProgramState state;
+    std::string settings(1, '\x01');
+    for (int i = 0; i < 8; ++i)
+        settings += bytes(std::int16_t{5});
+    for (int i = 0; i < 8; ++i)
+        settings += bytes(std::int16_t{1});
+    settings += "0:1" + std::string(47, ' ') + bytes(std::int32_t{1000}) + bytes(2.0F) + bytes(10.0F) + bytes(-10.0F) +
+                bytes(std::int16_t{2}) + bytes(std::int32_t{3}) + bytes(std::int16_t{1});
+    EXPECT_EQ(settings.size(), 107U);
+    return "PLV" + bytes(version) + settings + data;
+}
+
+template <class T>
+std::string grid(std::uint16_t code, std::vector<std::vector<T>> rows, std::int32_t lowerBound = 0) {
+    std::string data = bytes(code) + bytes(std::uint16_t{2}) + bytes(static_cast<std::int32_t>(rows.size())) +
+                       bytes(lowerBound) + bytes(static_cast<std::int32_t>(rows.front().size())) + bytes(lowerBound);
+    for (const auto& row : rows)
+        for (const T value : row)
+            data += bytes(value);
+    return data;
+}
+
+class StimulusFileTest : public testing::Test {
+  protected:
+    StimulusFileTest() {
+        m_state.TrialName = "Trial0001";
+        m_state.paths.DataDir = m_folder.path().string();
+    }
+    fs::path write(const std::string& name, const std::string& content) {
+        std::ofstream(m_folder / name, std::ios::binary) << content;
+        return m_folder / name;
+    }
+    static Result<StimulusFile> read(const std::string& content) {
+        std::istringstream in(content);
+        return readPlv(in, content.size(), "some.plv");
+    }
+
+    TemporaryFolder m_folder;
+    ProgramState m_state;
+    FakeDialogs m_dialogs;
+    FakeMessages m_messages;
+    FakeFileView m_view;
+    StimulusCommands m_commands{m_state, m_dialogs, m_messages, m_view, [] { return true; }};
+};
+
+TEST_F(StimulusFileTest, HoldsSettingsAndDataByteForByte) {
+    collect(m_state, trialOf({{1, 2, 3}, {4, 5, 6}}));
+    m_state.trials.CurrentSettings.Duration = 2.0F;
+    ASSERT_TRUE(WritePlv(m_folder / "t.plv", m_state));
+    EXPECT_EQ(bytesOf(m_folder / "t.plv"), plv(grid<double>(0x2005, {{1, 2, 3}, {4, 5, 6}})));
+    EXPECT_FALSE(m_state.flags.Unsaved);
+}
+
+TEST_F(StimulusFileTest, OpenedTrialsAreFloatsAndOneChannelIsOneDimension) {
+    collect(m_state, trialOf({{1, 2, 3}}, ElementType::Float32, 1));
+    ASSERT_TRUE(WritePlv(m_folder / "t.plv", m_state));
+    EXPECT_EQ(bytesOf(m_folder / "t.plv").substr(112), bytes(std::uint16_t{0x2004}) + bytes(std::uint16_t{1}) +
+                                                           bytes(std::int32_t{3}) + bytes(std::int32_t{0}) +
+                                                           bytes(1.0F) + bytes(2.0F) + bytes(3.0F));
+    const auto back = readPlvFile(m_folder / "t.plv");
+    ASSERT_TRUE(back) << back.error().text;
+    EXPECT_EQ(back.value().samples.rank(), 1);
+    EXPECT_THAT(back.value().samples.floats(0), ElementsAre(1, 2, 3));
+}
+
+TEST_F(StimulusFileTest, AnOldFileIsWrittenOverInPlaceAndItsTailIgnored) {
+    const fs::path file = write("t.plv", std::string(5000, 'x'));
+    collect(m_state, trialOf({{1, 2}, {3, 4}}));
+    ASSERT_TRUE(WritePlv(file, m_state));
+    EXPECT_EQ(fs::file_size(file), 5000U);
+    const auto back = readPlvFile(file);
+    ASSERT_TRUE(back) << back.error().text;
+    EXPECT_THAT(back.value().samples.doubles(1), ElementsAre(3, 4));
+}
+
+TEST_F(StimulusFileTest, TakesEveryElementTypeAndLowerBound) {
+    const auto whole = read(plv(grid<std::int16_t>(0x2002, {{1, -2}, {3, 4}}, 1)));
+    ASSERT_TRUE(whole) << whole.error().text;
+    EXPECT_THAT(whole.value().samples.doubles(0), ElementsAre(1, -2));
+    const auto wide = read(plv(grid<std::int32_t>(0x2003, {{70000, -2}}, -5)));
+    ASSERT_TRUE(wide);
+    EXPECT_THAT(wide.value().samples.doubles(0), ElementsAre(70000, -2));
+    EXPECT_EQ(wide.value().samples.rank(), 2);
+    const auto floats = read(plv(grid<float>(0x2004, {{0.5F}, {1.5F}})));
+    ASSERT_TRUE(floats);
+    EXPECT_EQ(floats.value().samples.elementType(), ElementType::Float32);
+}
+
+TEST_F(StimulusFileTest, RefusesWhatIsNoneOrNewerAndTakesNegativeVersions) {
+    const std::string data = grid<double>(0x2005, {{1}});
+    EXPECT_EQ(read("PLX").error().kind, ErrorKind::BadFormat);
+    EXPECT_EQ(read("").error().kind, ErrorKind::BadFormat);
+    EXPECT_EQ(read(plv(data, 257)).error().kind, ErrorKind::WrongVersion);
+    EXPECT_TRUE(read(plv(data, 256)));
+    EXPECT_TRUE(read(plv(data, -1)));
+}
+
+TEST_F(StimulusFileTest, DamageCostsNeitherMemoryNorACrash) {
+    const std::string good = plv(grid<double>(0x2005, {{1, 2}, {3, 4}}));
+    for (std::size_t length = 5; length < good.size(); ++length)
+        EXPECT_EQ(read(good.substr(0, length)).error().kind, ErrorKind::ReadFailed) << length;
+    const auto shape = [](std::int32_t channels, std::int32_t samples) {
+        return plv(bytes(std::uint16_t{0x2005}) + bytes(std::uint16_t{2}) + bytes(channels) + bytes(std::int32_t{0}) +
+                   bytes(samples) + bytes(std::int32_t{0}) + std::string(64, '\0'));
+    };
+    for (const auto& content : {shape(2, 2'000'000'000), shape(-1, 3), shape(3, 0), shape(65, 1)})
+        EXPECT_EQ(read(content).error().kind, ErrorKind::ReadFailed);
+    EXPECT_FALSE(read(plv(bytes(std::uint16_t{0x2008}) + std::string(40, '\0'))));
+    EXPECT_FALSE(read(plv(bytes(std::uint16_t{0x2005}) + bytes(std::uint16_t{3}) + std::string(40, '\0'))));
+}
+
+// Commands ------------------------------------------------------------------------------------------------------------
+
+TEST_F(StimulusFileTest, AnExportedTrialCountsAsSavedAndEntersTheAverageOnce) {
+    collect(m_state, trialOf({{1, 2}, {3, 4}}));
+    m_dialogs.answers = {m_folder / "a.plv", m_folder / "b.plv"};
+    m_commands.mnuPulvo_Click();
+    const FileDialogRequest& asked = m_dialogs.asked.at(0);
+    EXPECT_EQ(asked.title, "Export to Pulvo (.plv) file");
+    EXPECT_EQ(asked.defaultExtension, "plv");
+    EXPECT_EQ(asked.filter, "Pulvo Files (*.plv)|*.plv|All Files (*.*)|*.*");
+    EXPECT_EQ(asked.initialName, "Trial0001.plv");
+    EXPECT_EQ(asked.folder, m_folder.path());
+    EXPECT_FALSE(m_state.flags.TrialNotSaved);
+    EXPECT_FALSE(m_state.flags.Unsaved);
+    EXPECT_EQ(m_state.trials.AverageCount, 1);
+    EXPECT_EQ(m_state.paths.LastFile, (m_folder / "a.plv").string());
+    EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pointer", "menus", "caption", "redraw"));
+    m_commands.mnuPulvo_Click();
+    EXPECT_EQ(m_state.trials.AverageCount, 1);
+}
+
+TEST_F(StimulusFileTest, AFailedExportIsTold) {
+    collect(m_state, trialOf({{1, 2}}));
+    m_dialogs.answers = {fs::path("/proc/t.plv")};
+    m_commands.mnuPulvo_Click();
+    ASSERT_EQ(m_messages.shown.size(), 1U);
+    EXPECT_THAT(m_messages.shown[0].text, testing::StartsWith("Error saving /proc/t.plv"));
+    EXPECT_EQ(m_messages.shown[0].icon, MessageIcon::Exclamation);
+    EXPECT_TRUE(m_state.flags.TrialNotSaved);
+    EXPECT_EQ(m_state.trials.AverageCount, 0);
+}
+
+TEST_F(StimulusFileTest, AnImportedTrialIsTheCurrentOneInThousandths) {
+    m_state.settings.setup.StartDelay = 9;
+    m_dialogs.answers = {write("Trial1.plv", plv(grid<double>(0x2005, {{1, 2, 3}, {4, 5, 6}})))};
+    m_commands.mnuOpen_Click();
+    const FileDialogRequest& asked = m_dialogs.asked.at(0);
+    EXPECT_EQ(asked.title, "Open");
+    EXPECT_EQ(asked.filter, "All Files (*.*)|*.*|Pulvo Files (*.plv)|*.plv");
+    EXPECT_EQ(asked.filterIndex, 1);
+    EXPECT_EQ(m_state.TrialName, "Trial1");
+    EXPECT_EQ(m_state.LastSavedName, "Trial1.plv");
+    EXPECT_EQ(m_state.paths.DataDir, m_folder.path().string() + "/") << "with its separator";
+    EXPECT_EQ(m_state.trials.CurrentTrial->at(1, 2), 6);
+    EXPECT_EQ(m_state.settings.sampling.Rate, 1000);
+    EXPECT_EQ(m_state.settings.setup.StartDelay, 9) << "only the sampling settings are in the file";
+    EXPECT_TRUE(m_state.flags.DataPresent);
+    EXPECT_FALSE(m_state.flags.Unsaved);
+    EXPECT_FALSE(m_state.flags.TrialNotSaved);
+    EXPECT_FALSE(m_state.settings.setup.DisplayInVolts);
+    EXPECT_FALSE(m_state.settings.setup.DisplayInSeconds);
+    EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pointer", "units", "menus", "caption File: Trial1",
+                                        "status Opened file: Trial1"));
+}
+
+TEST_F(StimulusFileTest, WhatCannotBeImportedIsToldAndChangesNothing) {
+    const AcqSettings before = m_state.settings;
+    const std::string data = grid<double>(0x2005, {{1}});
+    const fs::path foreign = write("foreign.plv", "hello");
+    m_commands.importPlv(foreign);
+    m_commands.importPlv(write("newer.plv", plv(data, 257)));
+    m_commands.importPlv(write("short.plv", plv(data).substr(0, 118)));
+    m_commands.importPlv(m_folder / "missing.plv");
+    ASSERT_EQ(m_messages.shown.size(), 4U);
+    EXPECT_EQ(m_messages.shown[0].text, "The file\r\n" + foreign.string() + "\r\nis not a Pulvo file!");
+    EXPECT_EQ(m_messages.shown[0].title, "Error");
+    EXPECT_EQ(m_messages.shown[1].text,
+              "The file \r\n" + (m_folder / "newer.plv").string() +
+                  "\r\nappears to be a newer version!  Use the most recent Tavex application.");
+    EXPECT_EQ(m_messages.shown[2].title, "File read error");
+    EXPECT_EQ(m_messages.shown[3].title, "File read error");
+    EXPECT_EQ(m_state.settings, before);
+    EXPECT_EQ(m_state.TrialName, "Trial0001");
+    EXPECT_FALSE(m_state.trials.CurrentTrial);
+    EXPECT_THAT(m_view.status, HasSubstr("missing.plv"));
+}
+
+} // namespace
+} // namespace tavex2::test
