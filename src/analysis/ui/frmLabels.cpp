@@ -1,9 +1,9 @@
 #include "analysis/ui/frmLabels.h"
 
 #include "base/Decimal.h"
-#include "base/Windows1252.h"
 #include "platform/qt/CenterForm.h"
 #include "platform/qt/InputBox.h"
+#include "platform/qt/TextForm.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -11,22 +11,9 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace tavex2 {
-
-namespace {
-
-QString shown(const std::string& text) {
-    return QString::fromStdString(utf8FromWindows1252(text));
-}
-
-std::string stored(const QString& text) {
-    return windows1252FromUtf8(text.toStdString());
-}
-
-} // namespace
 
 frmLabels::frmLabels(ProgramState& state, QWidget* mainWindow) : QDialog(mainWindow), m_labels(state) {
     setObjectName(QStringLiteral("frmLabels"));
@@ -84,12 +71,9 @@ void frmLabels::addLists() {
 void frmLabels::whenChosen(QListWidget* list, void (frmLabels::*edit)(int)) {
     connect(list, &QListWidget::itemClicked, this,
             [this, list, edit](QListWidgetItem* item) { (this->*edit)(list->row(item)); });
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2}) {
-        auto* shortcut = new QShortcut(QKeySequence(key), list, nullptr, nullptr, Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, this, [this, list, edit] {
-            if (list->currentRow() >= 0) (this->*edit)(list->currentRow());
-        });
-    }
+    whenEntered(list, [this, list, edit] {
+        if (list->currentRow() >= 0) (this->*edit)(list->currentRow());
+    });
 }
 
 void frmLabels::addButtons() {
@@ -118,21 +102,21 @@ void frmLabels::addButtons() {
 }
 
 void frmLabels::editLabel(int channel) {
-    const auto answer =
-        inputBox(this, tr("Change Labels"), tr("Enter channel label or press Cancel."), shown(m_labels.label(channel)));
-    m_labels.enterLabel(channel, stored(answer.value_or(QString())));
+    const auto answer = inputBox(this, tr("Change Labels"), tr("Enter channel label or press Cancel."),
+                                 fromFileText(m_labels.label(channel)));
+    m_labels.enterLabel(channel, toFileText(answer.value_or(QString())));
     RewriteValues();
 }
 
 void frmLabels::editUnit(int channel) {
-    const auto answer =
-        inputBox(this, tr("Change Units"), tr("Enter correct units or press Cancel."), shown(m_labels.unit(channel)));
-    m_labels.enterUnit(channel, stored(answer.value_or(QString())));
+    const auto answer = inputBox(this, tr("Change Units"), tr("Enter correct units or press Cancel."),
+                                 fromFileText(m_labels.unit(channel)));
+    m_labels.enterUnit(channel, toFileText(answer.value_or(QString())));
     RewriteValues();
 }
 
 void frmLabels::showFacts() {
-    m_title->setText(shown(m_labels.title()));
+    m_title->setText(fromFileText(m_labels.title()));
     m_rate->setText(QString::fromStdString(m_labels.rate()));
     m_duration->setText(QString::fromStdString(m_labels.duration()));
 }
@@ -147,8 +131,8 @@ void frmLabels::RewriteValues() {
         list->setCurrentRow(row);
     };
     fill(m_nums, [](int channel) { return QString::fromStdString(zeroPadded(channel, 2)); });
-    fill(m_names, [this](int channel) { return shown(m_labels.label(channel)); });
-    fill(m_units, [this](int channel) { return shown(m_labels.unit(channel)); });
+    fill(m_names, [this](int channel) { return fromFileText(m_labels.label(channel)); });
+    fill(m_units, [this](int channel) { return fromFileText(m_labels.unit(channel)); });
 }
 
 /// Also what the close box does.

@@ -1,31 +1,18 @@
 #include "files/ui/frmComments.h"
 
-#include "base/Windows1252.h"
 #include "platform/qt/CenterForm.h"
 #include "platform/qt/InputBox.h"
+#include "platform/qt/TextForm.h"
 
 #include <QDateTime>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLocale>
 #include <QPushButton>
-#include <QShortcut>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
 namespace tavex2 {
-
-namespace {
-
-QString shown(const std::string& text) {
-    return QString::fromStdString(utf8FromWindows1252(text));
-}
-
-std::string stored(const QString& text) {
-    return windows1252FromUtf8(text.toStdString());
-}
-
-} // namespace
 
 frmComments::frmComments(TrialComments& comments, int trialNumber, QWidget* mainWindow)
     : QDialog(mainWindow), m_editor(comments), m_trialNumber(trialNumber) {
@@ -67,10 +54,7 @@ void frmComments::addGrid() {
     layout()->addWidget(m_grid);
 
     connect(m_grid, &QTableWidget::cellClicked, this, [this](int row) { edit(row); });
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2}) {
-        auto* shortcut = new QShortcut(QKeySequence(key), m_grid, nullptr, nullptr, Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, this, [this] { edit(m_grid->currentRow()); });
-    }
+    whenEntered(m_grid, [this] { edit(m_grid->currentRow()); });
 }
 
 void frmComments::addButtons() {
@@ -86,8 +70,8 @@ void frmComments::addButtons() {
     add("cmdDateTime", tr("Insert date && time"), tr("Put date, time and trial number into line 4"), [this] {
         const QDateTime now = QDateTime::currentDateTime();
         const QLocale locale = QLocale::system();
-        m_editor.cmdDateTime_Click(stored(locale.toString(now.date(), QLocale::ShortFormat)),
-                                   stored(locale.toString(now.time(), QLocale::ShortFormat)), m_trialNumber);
+        m_editor.cmdDateTime_Click(toFileText(locale.toString(now.date(), QLocale::ShortFormat)),
+                                   toFileText(locale.toString(now.time(), QLocale::ShortFormat)), m_trialNumber);
         showLines();
     });
     add("cmdClear", tr("&Erase"), tr("Empty all lines; nothing is stored before Done"), [this] {
@@ -106,16 +90,16 @@ void frmComments::addButtons() {
 void frmComments::edit(int row) {
     if (row < 0) return;
     m_grid->setCurrentCell(row, 1);
-    const auto answer =
-        inputBox(this, tr("Enter Comment"), tr("Enter a comment (max. 60 characters)."), shown(m_editor.proposal(row)));
-    m_editor.enter(row, stored(answer.value_or(QString())));
+    const auto answer = inputBox(this, tr("Enter Comment"), tr("Enter a comment (max. 60 characters)."),
+                                 fromFileText(m_editor.proposal(row)));
+    m_editor.enter(row, toFileText(answer.value_or(QString())));
     showLines();
 }
 
 void frmComments::showLines() {
     for (int row = 0; row < CommentsEditor::lines; ++row) {
         m_grid->item(row, 0)->setText(tr("Line %1").arg(row + 1));
-        m_grid->item(row, 1)->setText(shown(m_editor.line(row)));
+        m_grid->item(row, 1)->setText(fromFileText(m_editor.line(row)));
     }
 }
 
