@@ -1,8 +1,9 @@
 #include "acquisition/AcqFields.h"
 
+#include "base/PlainText.h"
+
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <concepts>
@@ -23,12 +24,6 @@ std::string number(double value) {
     std::array<char, 32> buffer{};
     const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
     return {buffer.data(), end.ptr};
-}
-
-std::string_view withoutBlanks(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 /// Says what the field takes, e.g. "Rate must be a whole number from 1 to 100000 Hz".
@@ -60,8 +55,7 @@ Result<void> assign(std::string_view name, T& field, const FieldRange& range, st
 }
 
 Result<void> assign(std::string_view name, Bool16& field, const FieldRange&, std::string_view text) {
-    std::string lower(withoutBlanks(text));
-    std::ranges::transform(lower, lower.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string lower = lowerCase(std::string(withoutBlanks(text)));
     if (lower == "true" || lower == "yes" || lower == "1" || lower == "-1")
         field = true;
     else if (lower == "false" || lower == "no" || lower == "0")

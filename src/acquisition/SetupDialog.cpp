@@ -2,6 +2,7 @@
 
 #include "acquisition/Sound.h"
 #include "acquisition/StartCondition.h"
+#include "base/PlainText.h"
 #include "base/Rounding.h"
 
 #include <algorithm>
@@ -17,16 +18,10 @@ namespace {
 constexpr std::size_t pulsedLines = 3;
 constexpr double longestLatencyMs = std::numeric_limits<std::int16_t>::max();
 
-std::string trimmed(const std::string& text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 /// The number that a trigger channel's text starts with, 0 for none.
 int channelNumber(const std::string& text) {
     int number = 0;
-    const std::string digits = trimmed(text);
+    const std::string_view digits = withoutBlanks(text);
     std::from_chars(digits.data(), digits.data() + digits.size(), number);
     return number;
 }
@@ -59,7 +54,7 @@ void SetupDialog::Form_Load() {
         c.cwnLatency[line] = sampling.DIOLatency[line];
     }
     c.txtChannels = sampling.Channels.trimmed();
-    c.txtFilename = trimmed(setup.FilePrefix);
+    c.txtFilename = withoutBlanks(setup.FilePrefix);
     m_deviceAtOpening = m_services.analogInput.device();
     c.cwnDevice = m_deviceAtOpening;
     c.txtDevice = deviceName(m_services.analogInput);

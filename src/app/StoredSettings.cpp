@@ -1,7 +1,6 @@
 #include "app/StoredSettings.h"
 
-#include <algorithm>
-#include <cctype>
+#include "base/PlainText.h"
 
 namespace tavex2 {
 
@@ -14,9 +13,7 @@ void writeText(SettingsStore& store, const StoredKey& key, std::string_view valu
 }
 
 bool readBoolean(const SettingsStore& store, const StoredKey& key) {
-    std::string text = readText(store, key, "False");
-    std::ranges::transform(text, text.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text == "true";
+    return lowerCase(readText(store, key, "False")) == "true";
 }
 
 void writeBoolean(SettingsStore& store, const StoredKey& key, bool value) {

@@ -1,6 +1,7 @@
 #include "base/NumberFormat.h"
 
 #include "base/Decimal.h"
+#include "base/PlainText.h"
 
 #include <algorithm>
 #include <charconv>
@@ -41,12 +42,6 @@ Parts takeApart(std::string_view format) {
     return parts;
 }
 
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 } // namespace
 
 std::string formatNumber(double value, std::string_view format) {
@@ -72,9 +67,9 @@ std::string unitOf(std::string_view format) {
 
 std::optional<double> parseNumber(std::string_view text, std::string_view format) {
     const std::string wholeUnit = unitOf(format);
-    const std::string_view unit = trimmed(wholeUnit);
-    text = trimmed(text);
-    if (!unit.empty() && text.ends_with(unit)) text = trimmed(text.substr(0, text.size() - unit.size()));
+    const std::string_view unit = withoutBlanks(wholeUnit);
+    text = withoutBlanks(text);
+    if (!unit.empty() && text.ends_with(unit)) text = withoutBlanks(text.substr(0, text.size() - unit.size()));
     if (text.starts_with('+')) text.remove_prefix(1);
     std::string plain(text);
     std::ranges::replace(plain, ',', '.');

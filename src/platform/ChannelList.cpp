@@ -1,5 +1,7 @@
 #include "platform/ChannelList.h"
 
+#include "base/PlainText.h"
+
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -11,12 +13,6 @@ namespace {
 
 constexpr std::size_t mostListed = 64;
 constexpr int beyondEveryBoard = 1'000'000'000; ///< stands for a number too large for an int
-
-std::string_view withoutBlanks(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
 
 /// The channel number that `text` spells in decimal digits; none when it is anything else.
 std::optional<int> channelNumber(std::string_view text) {

@@ -9,11 +9,10 @@
 #include "app/cli/ShowCommand.h"
 #include "app/cli/ToneCommand.h"
 #include "base/PathText.h"
+#include "base/PlainText.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
-#include <cctype>
 #include <system_error>
 
 namespace tavex2 {
@@ -25,8 +24,7 @@ namespace fs = std::filesystem;
 /// What the window is asked to open is a trial or setup file that exists. Errors: InvalidValue for something that is no
 /// such file, NotFound for one that is missing.
 Result<void> checkOpenable(const fs::path& file, const std::string& asGiven) {
-    std::string kind = file.extension().string();
-    std::ranges::transform(kind, kind.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string kind = lowerCase(file.extension().string());
     if (kind != ".set" && kind != ".lmb" && kind != ".plv")
         return Error{ErrorKind::InvalidValue, "'" + asGiven +
                                                   "' is neither a command nor a trial file (.lmb) or setup file "

@@ -7,6 +7,7 @@
 #include "app/ui/FileWork.h"
 #include "app/ui/frmWaiting.h"
 #include "base/PathText.h"
+#include "base/PlainText.h"
 #include "display/ui/GraphsPanel.h"
 #include "display/ui/frmLegend.h"
 #include "display/ui/frmScale.h"
@@ -28,7 +29,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 
 /// The icons lie in this library, which a linker takes nothing from without being asked. Outside any namespace, as the
 /// toolkit wants it.
@@ -344,8 +344,7 @@ void frmMain::openWith(const std::function<void()>& command) {
 }
 
 void frmMain::openFile(const std::filesystem::path& path) {
-    std::string kind = path.extension().string();
-    std::ranges::transform(kind, kind.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string kind = lowerCase(path.extension().string());
     openWith([&] {
         if (kind == ".set")
             m_commands->setup.LoadSetupFile(path);
