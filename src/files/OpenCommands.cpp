@@ -2,7 +2,7 @@
 
 #include "base/PathText.h"
 #include "base/Rounding.h"
-#include "files/UnsavedTrial.h"
+#include "files/ReplaceTrial.h"
 
 #include <utility>
 
@@ -22,25 +22,14 @@ void enterOpenedTrial(ProgramState& state, LmbFile file, const fs::path& path) {
     sampling.Duration = static_cast<float>(file.header.Duration);
     sampling.Repeat = 1; // the graphs' extent is that of this one trial
 
-    TrialBuffers& trials = state.trials;
-    trials.CurrentTrial = std::make_shared<const TrialArray>(std::move(file.samples));
-    trials.CurrentSettings = sampling;
+    enterTrialOfFile(state, std::move(file.samples), path, ".lmb");
     // The list of the settings belongs to the board; a file's channels are known by their places.
-    trials.CurrentSettings.Channels.assign("0:" + std::to_string(sampling.NumChannels - 1));
-    trials.AddedToAverage = false;
+    state.trials.CurrentSettings.Channels.assign("0:" + std::to_string(sampling.NumChannels - 1));
+    state.paths.DataDir = pathText(path.parent_path());
     state.header = file.header;
     state.infoA = file.infoA;
     state.infoB = file.infoB;
     state.comments = file.comments;
-
-    state.TrialName = pathText(path.stem());
-    state.LastSavedName = state.TrialName + ".lmb";
-    state.paths.LastFile = pathText(path);
-    state.paths.DataDir = pathText(path.parent_path());
-    state.flags.DataPresent = true;
-    state.flags.Unsaved = false;
-    state.flags.TrialNotSaved = false;
-    state.flags.AddedToOverlays = false;
 }
 
 OpenCommands::OpenCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, FileView& view,

@@ -1,7 +1,7 @@
 #include "files/StimulusCommands.h"
 
 #include "base/PathText.h"
-#include "files/UnsavedTrial.h"
+#include "files/ReplaceTrial.h"
 
 #include <system_error>
 #include <utility>
@@ -24,22 +24,9 @@ std::string folderInFrontOf(const std::string& trialName, const fs::path& path) 
 } // namespace
 
 void enterImportedTrial(ProgramState& state, StimulusFile file, const fs::path& path) {
-    state.TrialName = pathText(path.stem());
-    state.LastSavedName = state.TrialName + ".plv";
-    state.paths.LastFile = pathText(path);
-    state.paths.DataDir = folderInFrontOf(state.TrialName, path);
-
-    TrialBuffers& trials = state.trials;
     state.settings.sampling = file.sampling;
-    trials.CurrentSettings = file.sampling;
-    trials.CurrentSettings.NumChannels = static_cast<std::int16_t>(file.samples.channels());
-    trials.CurrentSettings.NumSamples = static_cast<std::int32_t>(file.samples.samples());
-    trials.CurrentTrial = std::make_shared<const TrialArray>(std::move(file.samples));
-    trials.AddedToAverage = false;
-    state.flags.DataPresent = true;
-    state.flags.Unsaved = false;
-    state.flags.TrialNotSaved = false;
-    state.flags.AddedToOverlays = false;
+    enterTrialOfFile(state, std::move(file.samples), path, ".plv");
+    state.paths.DataDir = folderInFrontOf(state.TrialName, path);
 }
 
 StimulusCommands::StimulusCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, FileView& view,

@@ -9,7 +9,6 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -78,13 +77,8 @@ void frmLabels::whenChosen(QListWidget* list, void (frmLabels::*edit)(int)) {
 
 void frmLabels::addButtons() {
     auto* row = new QHBoxLayout;
-    const auto add = [&](const char* name, const QString& text, const QString& tip, auto command) {
-        auto* button = new QPushButton(text, this);
-        button->setObjectName(QLatin1String(name));
-        button->setToolTip(tip);
-        button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, command);
-        row->addWidget(button);
+    const auto add = [&](const char* name, const QString& text, const QString& tip, const auto& command) {
+        addButton(*this, *row, name, text, tip, command);
     };
     add("cmdSelect", tr("&Copy Units"), tr("Press to select all channels or copy last entry to all channels"), [this] {
         m_labels.cmdSelect_Click();

@@ -8,7 +8,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLocale>
-#include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -59,13 +58,8 @@ void frmComments::addGrid() {
 
 void frmComments::addButtons() {
     auto* row = new QHBoxLayout;
-    const auto add = [&](const char* name, const QString& text, const QString& tip, auto command) {
-        auto* button = new QPushButton(text, this);
-        button->setObjectName(QLatin1String(name));
-        button->setToolTip(tip);
-        button->setAutoDefault(false);
-        connect(button, &QPushButton::clicked, this, command);
-        row->addWidget(button);
+    const auto add = [&](const char* name, const QString& text, const QString& tip, const auto& command) {
+        addButton(*this, *row, name, text, tip, command);
     };
     add("cmdDateTime", tr("Insert date && time"), tr("Put date, time and trial number into line 4"), [this] {
         const QDateTime now = QDateTime::currentDateTime();

@@ -2,7 +2,10 @@
 
 #include "base/Windows1252.h"
 
+#include <QDialog>
+#include <QHBoxLayout>
 #include <QKeySequence>
+#include <QPushButton>
 #include <QShortcut>
 #include <QString>
 
@@ -27,6 +30,18 @@ void whenEntered(QWidget* list, const Edit& edit) {
         auto* shortcut = new QShortcut(QKeySequence(key), list, nullptr, nullptr, Qt::WidgetShortcut);
         QObject::connect(shortcut, &QShortcut::activated, list, edit);
     }
+}
+
+/// Adds a push button that Enter in the form does not press by itself.
+template <class Command>
+void addButton(QDialog& form, QHBoxLayout& row, const char* name, const QString& text, const QString& tip,
+               const Command& command) {
+    auto* button = new QPushButton(text, &form);
+    button->setObjectName(QLatin1String(name));
+    button->setToolTip(tip);
+    button->setAutoDefault(false);
+    QObject::connect(button, &QPushButton::clicked, &form, command);
+    row.addWidget(button);
 }
 
 } // namespace tavex2
