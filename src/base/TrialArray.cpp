@@ -3,7 +3,6 @@
 #include <cassert>
 #include <cstring>
 #include <limits>
-#include <new>
 #include <string>
 
 namespace tavex2 {
@@ -27,7 +26,7 @@ Result<TrialArray> TrialArray::allocate(ElementType type, int rank, int channels
     if (static_cast<std::size_t>(samples) > limit / bytesPerSample) return tooLarge;
     // Left uninitialised on purpose: every sample is written before it is read, and touching the pages twice would
     // double the cost of a long trial.
-    array.m_data.reset(new (std::nothrow) std::byte[bytesPerSample * static_cast<std::size_t>(samples)]);
+    array.m_data = allocateSampleMemory(bytesPerSample * static_cast<std::size_t>(samples));
     if (!array.m_data) return tooLarge;
     return array;
 }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "base/Result.h"
+#include "base/SampleMemory.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 
 namespace tavex2 {
@@ -60,7 +60,7 @@ class TrialArray {
     int m_rank = 0;
     int m_channels = 0;
     std::int64_t m_samples = 0;
-    std::unique_ptr<std::byte[]> m_data;
+    SampleMemory m_data;
 };
 
 } // namespace tavex2

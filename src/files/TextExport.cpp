@@ -89,12 +89,11 @@ Result<void> writeTable(const std::filesystem::path& path, const std::string& he
 Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, const WriteOptions& options) {
     const Result<Facts> facts = factsOf(state);
     if (!facts) return facts.error();
-    const TableLayout layout{.timeDecimals = 6,
-                             .valueDecimals = 5,
-                             .width = 0,
+    // The one value of a one-channel row has nothing behind it.
+    const TableLayout layout{.time = {.decimals = 6},
+                             .value = {.decimals = 5},
                              .afterTime = "\t",
-                             .afterValue = "\t",
-                             .separatorAtRowEnd = facts.value().channels > 1};
+                             .afterValue = facts.value().channels > 1 ? "\t" : ""};
     const std::filesystem::path whole = std::filesystem::absolute(path);
     Result<void> written = writeTable(path, tabHead(facts.value(), whole), state, facts.value(), layout, options);
     if (written) state.flags.TrialNotSaved = false;
@@ -104,12 +103,8 @@ Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, co
 Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& state, const WriteOptions& options) {
     const Result<Facts> facts = factsOf(state);
     if (!facts) return facts.error();
-    const TableLayout layout{.timeDecimals = 4,
-                             .valueDecimals = 4,
-                             .width = 10,
-                             .afterTime = "",
-                             .afterValue = "",
-                             .separatorAtRowEnd = false};
+    const DecimalFormat column{.decimals = 4, .width = 10};
+    const TableLayout layout{.time = column, .value = column, .afterTime = "", .afterValue = ""};
     return writeTable(path, lmaHead(facts.value(), state.TrialName), state, facts.value(), layout, options);
 }
 

@@ -1,98 +1,159 @@
 #include "files/TextTable.h"
 
-#include "base/DecimalText.h"
-
 #include <algorithm>
-#include <array>
+#include <condition_variable>
 #include <future>
+#include <mutex>
+#include <optional>
 #include <span>
-#include <string>
+#include <string_view>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 namespace tavex2 {
 
 namespace {
 
-constexpr std::int64_t rowsOfABlock = 8192;
+/// Few enough that the text of a usual row count stays in a processor's own cache until it is written.
+constexpr std::int64_t rowsOfABlock = 2048;
 
 /// Rows that one thread makes.
 struct Block {
     std::int64_t first = 0;
     std::int64_t last = 0; ///< behind the last row
     float time = 0;        ///< of the first row, s
-    std::string text;
 };
 
 char* put(char* to, std::string_view text) {
     return std::copy(text.begin(), text.end(), to);
 }
 
-/// The samples of a block of one channel as doubles: one look at the element type a block instead of one a sample.
-void takeColumn(const TrialArray& trial, int channel, const Block& block, std::vector<double>& column) {
-    column.resize(static_cast<std::size_t>(block.last - block.first));
-    trial.visitChannel(channel, [&](auto samples) {
-        std::copy(samples.begin() + block.first, samples.begin() + block.last, column.begin());
-    });
-}
+/// Makes the text of blocks, one after another; each thread has one of its own.
+class RowMaker {
+  public:
+    RowMaker(const TrialArray& trial, float step, const TableLayout& layout)
+        : m_trial(trial), m_step(step), m_layout(layout),
+          m_longestRow((static_cast<std::size_t>(trial.channels()) + 1) * (decimalTextRoom + 1) + 2) {}
 
-void fill(Block& block, const TrialArray& trial, float step, const TableLayout& layout) {
-    const int channels = trial.channels();
-    std::vector<std::vector<double>> columns(static_cast<std::size_t>(channels));
-    for (int channel = 0; channel < channels; ++channel)
-        takeColumn(trial, channel, block, columns[static_cast<std::size_t>(channel)]);
-
-    // Room for the longest row that there can be, once; the text keeps what is used.
-    const std::size_t longestRow = (static_cast<std::size_t>(channels) + 1) * (decimalTextRoom + layout.width + 4) + 4;
-    std::vector<char> row(longestRow);
-    block.text.clear();
-    block.text.reserve(static_cast<std::size_t>(block.last - block.first) * (static_cast<std::size_t>(channels) + 1) *
-                       12);
-    float time = block.time;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(block.last - block.first); ++i) {
-        char* to = writeDecimalAligned(row.data(), static_cast<double>(time), layout.timeDecimals, layout.width);
-        to = put(to, layout.afterTime);
-        for (std::size_t channel = 0; channel < columns.size(); ++channel) {
-            to = writeDecimalAligned(to, columns[channel][i], layout.valueDecimals, layout.width);
-            if (channel + 1 < columns.size() || layout.separatorAtRowEnd) to = put(to, layout.afterValue);
-        }
-        to = put(to, "\r\n");
-        block.text.append(row.data(), to);
-        time += step;
+    /// The rows of a block as text, which stands until the next call.
+    std::span<const char> rowsOf(const Block& block) {
+        return m_trial.elementType() == ElementType::Float32 ? rowsOf<float>(block) : rowsOf<double>(block);
     }
-}
+
+  private:
+    template <class T>
+    std::span<const char> rowsOf(const Block& block) {
+        const auto channels = static_cast<std::size_t>(m_trial.channels());
+        std::vector<std::span<const T>> samples(channels);
+        for (std::size_t channel = 0; channel < channels; ++channel)
+            if constexpr (std::is_same_v<T, float>)
+                samples[channel] = m_trial.floats(static_cast<int>(channel));
+            else
+                samples[channel] = m_trial.doubles(static_cast<int>(channel));
+
+        std::vector<double> values(channels);
+        std::size_t used = 0;
+        float time = block.time;
+        for (auto row = static_cast<std::size_t>(block.first); row < static_cast<std::size_t>(block.last); ++row) {
+            if (m_text.size() - used < m_longestRow) m_text.resize(m_text.size() * 2 + m_longestRow);
+            for (std::size_t channel = 0; channel < channels; ++channel)
+                values[channel] = static_cast<double>(samples[channel][row]);
+            char* to = writeDecimal(m_text.data() + used, static_cast<double>(time), m_layout.time);
+            to = put(to, m_layout.afterTime);
+            to = writeDecimals(to, values, m_layout.value, m_layout.afterValue);
+            to = put(to, "\r\n");
+            used = static_cast<std::size_t>(to - m_text.data());
+            time += m_step;
+        }
+        return std::span(m_text).first(used);
+    }
+
+    const TrialArray& m_trial;
+    float m_step;
+    const TableLayout& m_layout;
+    std::size_t m_longestRow;
+    std::vector<char> m_text;
+};
+
+/// The rows of a table on their way to the file: any number of threads take blocks in order and write them in order.
+/// The first error, or a cancellation, ends it for all.
+class RowQueue {
+  public:
+    RowQueue(AtomicFile& file, const TrialArray& trial, float step, const TableLayout& layout)
+        : m_file(file), m_trial(trial), m_step(step), m_layout(layout) {}
+
+    /// Takes, makes and writes blocks until there are none. `afterBlock(rows)` is called between blocks on the calling
+    /// thread with the rows taken so far.
+    template <class AfterBlock>
+    void work(AfterBlock afterBlock) {
+        RowMaker maker(m_trial, m_step, m_layout);
+        while (const std::optional<Block> block = take()) {
+            write(*block, maker.rowsOf(*block));
+            afterBlock(block->last);
+        }
+    }
+
+    void end(const Error& why) {
+        const std::lock_guard lock(m_mutex);
+        if (m_outcome) m_outcome = why;
+        m_turn.notify_all();
+    }
+
+    const Result<void>& outcome() const { return m_outcome; }
+
+  private:
+    std::optional<Block> take() {
+        const std::lock_guard lock(m_mutex);
+        if (!m_outcome || m_next == m_trial.samples()) return {};
+        const Block block{.first = m_next, .last = std::min(m_next + rowsOfABlock, m_trial.samples()), .time = m_time};
+        // A row's time follows from all before it, so the times are summed up here, in order.
+        for (; m_next < block.last; ++m_next)
+            m_time += m_step;
+        return block;
+    }
+
+    void write(const Block& block, std::span<const char> rows) {
+        std::unique_lock lock(m_mutex);
+        m_turn.wait(lock, [&] { return m_written == block.first || !m_outcome; });
+        if (!m_outcome) return;
+        lock.unlock(); // nobody else writes before m_written moves on
+        Result<void> written = m_file.write(std::as_bytes(rows));
+        lock.lock();
+        if (!written) m_outcome = std::move(written);
+        m_written = block.last;
+        m_turn.notify_all();
+    }
+
+    AtomicFile& m_file;
+    const TrialArray& m_trial;
+    float m_step;
+    const TableLayout& m_layout;
+
+    std::mutex m_mutex; // guards what follows
+    std::condition_variable m_turn;
+    std::int64_t m_next = 0;    // the first row that nobody has taken
+    float m_time = 0;           // its time
+    std::int64_t m_written = 0; // rows in the file
+    Result<void> m_outcome;
+};
 
 } // namespace
 
 Result<void> writeRows(AtomicFile& file, const TrialArray& trial, double rateHz, const TableLayout& layout,
                        const AfterChannel& progress) {
-    const auto step = static_cast<float>(1.0 / rateHz);
-    const std::int64_t rows = trial.samples();
-    std::vector<Block> blocks(std::max(1U, std::thread::hardware_concurrency()));
-    float time = 0;
-    for (std::int64_t next = 0; next < rows;) {
-        // The times of a block's first row follow from all before it, so they are summed up here, in order.
-        std::size_t used = 0;
-        for (; used < blocks.size() && next < rows; ++used) {
-            blocks[used].first = next;
-            blocks[used].last = next = std::min(next + rowsOfABlock, rows);
-            blocks[used].time = time;
-            for (std::int64_t row = blocks[used].first; row < next; ++row)
-                time += step;
-        }
-        std::vector<std::future<void>> others;
-        for (std::size_t i = 1; i < used; ++i)
-            others.push_back(std::async(std::launch::async, [&, i] { fill(blocks[i], trial, step, layout); }));
-        fill(blocks.front(), trial, step, layout);
-        for (std::future<void>& other : others)
-            other.get();
-        for (std::size_t i = 0; i < used; ++i)
-            if (auto written = file.write(std::as_bytes(std::span(blocks[i].text))); !written) return written;
+    RowQueue queue(file, trial, static_cast<float>(1.0 / rateHz), layout);
+    std::vector<std::future<void>> others;
+    for (unsigned i = 1; i < std::thread::hardware_concurrency(); ++i)
+        others.push_back(std::async(std::launch::async, [&queue] { queue.work([](std::int64_t) {}); }));
+    queue.work([&](std::int64_t rows) {
         constexpr int thousand = 1000;
-        if (progress && !progress(static_cast<int>(next * thousand / rows), thousand))
-            return Error{ErrorKind::Cancelled, "The export was cancelled; no file was written."};
-    }
-    return {};
+        if (progress && !progress(static_cast<int>(rows * thousand / trial.samples()), thousand))
+            queue.end({ErrorKind::Cancelled, "The export was cancelled; no file was written."});
+    });
+    for (std::future<void>& other : others)
+        other.get();
+    return queue.outcome();
 }
 
 } // namespace tavex2

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/DecimalText.h"
 #include "base/TrialArray.h"
 #include "files/FileProgress.h"
 #include "platform/AtomicFile.h"
@@ -11,12 +12,10 @@ namespace tavex2 {
 
 /// How the rows of a text export look.
 struct TableLayout {
-    int timeDecimals = 6;
-    int valueDecimals = 5;
-    std::size_t width = 0;         ///< of time and values, which are right-aligned in it; 0 for as they are
-    std::string_view afterTime;    ///< between the time and the first value
-    std::string_view afterValue;   ///< after each value
-    bool separatorAtRowEnd = true; ///< also after the last value of a row
+    DecimalFormat time;
+    DecimalFormat value;
+    std::string_view afterTime;
+    std::string_view afterValue; ///< after each value, the last of a row included
 };
 
 /// Writes one row for each sample of a trial: its time, then each channel's value in volts, then a carriage return and

@@ -18,12 +18,12 @@ namespace {
 
 std::string text(double value, int decimals) {
     std::array<char, decimalTextRoom> buffer;
-    return {buffer.data(), writeDecimal(buffer.data(), value, decimals)};
+    return {buffer.data(), writeDecimal(buffer.data(), value, {.decimals = decimals})};
 }
 
 std::string aligned(double value, int decimals, std::size_t width) {
     std::array<char, decimalTextRoom> buffer;
-    return {buffer.data(), writeDecimalAligned(buffer.data(), value, decimals, width)};
+    return {buffer.data(), writeDecimal(buffer.data(), value, {decimals, width})};
 }
 
 /// The C library's text, which rounds the exact value too, ties to the even digit.
@@ -48,6 +48,15 @@ TEST(DecimalText, AlignsToTheRightAndCutsNothing) {
     EXPECT_EQ(aligned(-1.5, 4, 10), "   -1.5000");
     EXPECT_EQ(aligned(1000, 2, 8), " 1000.00");
     EXPECT_EQ(aligned(123456.789, 2, 4), "123456.79");
+}
+
+TEST(DecimalText, WritesARowWithItsSeparators) {
+    std::array<char, 4 * decimalTextRoom> buffer;
+    const std::array<double, 4> row{1, -0.25, 123456789.5, 1e20};
+    EXPECT_EQ(std::string(buffer.data(), writeDecimals(buffer.data(), row, {.decimals = 5}, "\t")),
+              "1.00000\t-0.25000\t123456789.50000\t100000000000000000000.00000\t");
+    EXPECT_EQ(std::string(buffer.data(), writeDecimals(buffer.data(), row, {.decimals = 1, .width = 6}, "")),
+              "   1.0  -0.3123456789.5100000000000000000000.0");
 }
 
 TEST(DecimalText, AgreesWithTheLibraryOnTenMillionRandomValues) {
