@@ -16,6 +16,23 @@ struct FieldRange {
     std::string_view unit; ///< empty for a plain number
 };
 
+/// Calls `visit(name, field, range)` for every sampling setting in the order of the setup file.
+template <class Sampling, class Visit>
+void forEachSamplingField(Sampling& sampling, Visit&& visit) {
+    constexpr double int16Max = 32767;
+    visit("DIOMask", sampling.DIOMask, FieldRange{0, 255, ""});
+    visit("DIOLatency", sampling.DIOLatency, FieldRange{0, int16Max, "ms"});
+    visit("DIOState", sampling.DIOState, FieldRange{0, 1, ""});
+    visit("Channels", sampling.Channels, FieldRange{});
+    visit("Rate", sampling.Rate, FieldRange{1, 100000, "Hz"});
+    visit("Duration", sampling.Duration, FieldRange{0.01, 3600, "s"});
+    visit("UpperVolts", sampling.UpperVolts, FieldRange{-10, 10, "V"});
+    visit("LowerVolts", sampling.LowerVolts, FieldRange{-10, 10, "V"});
+    visit("NumChannels", sampling.NumChannels, FieldRange{});
+    visit("NumSamples", sampling.NumSamples, FieldRange{});
+    visit("Repeat", sampling.Repeat, FieldRange{1, 500, ""});
+}
+
 /// Calls `visit(name, field, range)` for every field of the record in the order of the setup file. `Settings` is
 /// AcqSettings or const AcqSettings; text and yes/no fields come with an empty range.
 template <class Settings, class Visit>
@@ -38,18 +55,7 @@ void forEachField(Settings& settings, Visit&& visit) {
     visit("TriggerMode", setup.TriggerMode, FieldRange{0, 1, ""});
     visit("TrialNumber", setup.TrialNumber, FieldRange{0, 9999, ""});
     visit("FilePrefix", setup.FilePrefix, FieldRange{});
-    auto& sampling = settings.sampling;
-    visit("DIOMask", sampling.DIOMask, FieldRange{0, 255, ""});
-    visit("DIOLatency", sampling.DIOLatency, FieldRange{0, int16Max, "ms"});
-    visit("DIOState", sampling.DIOState, FieldRange{0, 1, ""});
-    visit("Channels", sampling.Channels, FieldRange{});
-    visit("Rate", sampling.Rate, FieldRange{1, 100000, "Hz"});
-    visit("Duration", sampling.Duration, FieldRange{0.01, 3600, "s"});
-    visit("UpperVolts", sampling.UpperVolts, FieldRange{-10, 10, "V"});
-    visit("LowerVolts", sampling.LowerVolts, FieldRange{-10, 10, "V"});
-    visit("NumChannels", sampling.NumChannels, FieldRange{});
-    visit("NumSamples", sampling.NumSamples, FieldRange{});
-    visit("Repeat", sampling.Repeat, FieldRange{1, 500, ""});
+    forEachSamplingField(settings.sampling, visit);
     auto& trigger = settings.trigger;
     visit("TriggerLevel", trigger.TriggerLevel, FieldRange{-9.8, 9.8, "V"});
     visit("TriggerRising", trigger.TriggerRising, FieldRange{});

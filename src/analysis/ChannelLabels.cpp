@@ -36,8 +36,8 @@ void ChannelLabels::fillEmptySlots() {
     for (int channel = 0; channel < m_channels; ++channel) {
         auto& label = m_header.Labels[slot(channel)];
         auto& unit = m_header.Units[slot(channel)];
-        if (label.neverSet()) label.assign("Channel " + zeroPadded(channel, 2));
-        if (unit.neverSet()) unit.assign("V");
+        if (label.neverSet()) label.assign(labelOf(m_header, channel));
+        if (unit.neverSet()) unit.assign(channelUnitOf(m_header, channel));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "app/Exit.h"
 
 #include "app/StoredSettings.h"
+#include "files/RecentFiles.h"
 
 namespace tavex2 {
 
@@ -17,6 +18,7 @@ bool prepareExit(const ProgramState& state, Messages& messages, SettingsStore& s
     writeText(store, stored::programDir, paths.ProgramDir);
     writeText(store, stored::dataDir, paths.DataDir);
     writeText(store, stored::lastFile, paths.LastFile);
+    writeText(store, stored::recentFiles, recentFilesText(paths.RecentFiles));
     writeText(store, stored::lastSetupFile, paths.LastSetupFile);
     writeBoolean(store, stored::fullscreen, state.settings.setup.StartMaximized);
     writeBoolean(store, stored::autosaveWithoutAsking, state.autosaveWithoutAsking);

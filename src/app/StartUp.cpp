@@ -2,6 +2,7 @@
 
 #include "acquisition/Sound.h"
 #include "app/StoredSettings.h"
+#include "files/RecentFiles.h"
 
 #include <fstream>
 #include <system_error>
@@ -32,6 +33,7 @@ void readPaths(ProgramState& state, const StartUpServices& services, const std::
     paths.ProgramDir = readText(store, stored::programDir, programFolder);
     paths.DataDir = readText(store, stored::dataDir, currentDirectory);
     paths.LastFile = readText(store, stored::lastFile, "");
+    paths.RecentFiles = recentFilesOf(readText(store, stored::recentFiles, ""));
     paths.LastSetupFile = readText(store, stored::lastSetupFile, "");
     paths.SiblingProgramDir = readText(store, stored::siblingProgramDir, programFolder);
     paths.ViewerProgram = readText(store, stored::viewer, defaultViewer);

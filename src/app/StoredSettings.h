@@ -21,6 +21,7 @@ inline constexpr StoredKey programDir{"Tavex2", "Startup", "Progdir"};
 inline constexpr StoredKey dataDir{"Tavex2", "Startup", "Datadir"};
 inline constexpr StoredKey lastFile{"Tavex2", "Startup", "Lastfile"};
 inline constexpr StoredKey lastSetupFile{"Tavex2", "Startup", "Lastsetupfile"};
+inline constexpr StoredKey recentFiles{"Tavex2", "Startup", "Recentfiles"};
 inline constexpr StoredKey fullscreen{"Tavex2", "Startup", "Fullscreen"};
 inline constexpr StoredKey autosaveWithoutAsking{"Tavex2", "Startup", "Autosavewithoutasking"};
 /// Board specifications by device number, separated by semicolons; empty for the boards that are found.

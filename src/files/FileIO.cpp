@@ -9,15 +9,11 @@
 #include <bit>
 #include <span>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 namespace tavex2 {
 
 namespace {
-
-/// 1 MiB in the file: measured, smaller writes cost up to half as much again.
-constexpr std::size_t pieceSamples = std::size_t{256} * 1024;
 
 std::string titleText(int trialNumber, const LocalTime& now) {
     return "Tavex2 analog data file.  Trial " + zeroPadded(trialNumber, 4) + "  " + zeroPadded(now.year, 4) + "-" +
@@ -44,8 +40,11 @@ LmbHeader headerOf(const TrialArray& trial, const SamplingSettings& sampling, co
         header.ChannelOffset[slot] = 0.0;
         header.ChannelIndexA[slot] = static_cast<std::int16_t>(k);
         header.ChannelIndexB[slot] = static_cast<std::int16_t>(k);
-        if (header.Labels[slot].neverSet()) header.Labels[slot].assign("Channel " + zeroPadded(k - 1, 2));
-        if (header.Units[slot].neverSet()) header.Units[slot].assign("V");
+    }
+    for (int channel = 0; channel < trial.channels(); ++channel) {
+        const auto slot = static_cast<std::size_t>(channel) + 1;
+        if (header.Labels[slot].neverSet()) header.Labels[slot].assign(labelOf(header, channel));
+        if (header.Units[slot].neverSet()) header.Units[slot].assign(channelUnitOf(header, channel));
     }
     header.Labels[0].assign("Time");
     header.Units[0].assign("s");
@@ -55,7 +54,8 @@ LmbHeader headerOf(const TrialArray& trial, const SamplingSettings& sampling, co
 /// Writes blocks of float32 samples, little-endian, through one small buffer.
 class SampleWriter {
   public:
-    explicit SampleWriter(AtomicFile& file) : m_file(file), m_piece(pieceSamples) {}
+    SampleWriter(AtomicFile& file, SampleProgress progress)
+        : m_file(file), m_progress(progress), m_piece(samplesOfAPiece) {}
 
     /// The times of `samples` samples: the interval is added up in float32, one sample after the other. Other programs
     /// compare files byte by byte, so the rounding that late times carry is part of the format.
@@ -72,32 +72,31 @@ class SampleWriter {
 
     template <class T>
     Result<void> writeChannel(std::span<const T> volts) {
-        if constexpr (std::is_same_v<T, float> && std::endian::native == std::endian::little) {
-            return m_file.write(std::as_bytes(volts));
-        } else {
-            return inPieces(volts.size(), [volts](std::size_t first, std::span<float> piece) {
-                std::ranges::transform(volts.subspan(first, piece.size()), piece.begin(),
-                                       [](T each) { return static_cast<float>(each); });
-            });
-        }
+        return inPieces(volts.size(), [volts](std::size_t first, std::span<float> piece) {
+            std::ranges::transform(volts.subspan(first, piece.size()), piece.begin(),
+                                   [](T each) { return static_cast<float>(each); });
+        });
     }
 
   private:
     /// Calls `fill(first, piece)` for consecutive pieces of a block and writes each.
     template <class Fill>
     Result<void> inPieces(std::size_t samples, Fill fill) {
-        for (std::size_t first = 0; first < samples; first += pieceSamples) {
-            const std::span<float> piece(m_piece.data(), std::min(pieceSamples, samples - first));
+        for (std::size_t first = 0; first < samples; first += samplesOfAPiece) {
+            const std::span<float> piece(m_piece.data(), std::min(samplesOfAPiece, samples - first));
             fill(first, piece);
             if constexpr (std::endian::native == std::endian::big)
                 for (float& each : piece)
                     each = std::bit_cast<float>(littleEndianBytes(each));
             if (auto written = m_file.write(std::as_bytes(piece)); !written) return written;
+            if (!m_progress.advance(piece.size()))
+                return Error{ErrorKind::Cancelled, "Saving was cancelled; no file was written."};
         }
         return {};
     }
 
     AtomicFile& m_file;
+    SampleProgress m_progress;
     std::vector<float> m_piece;
 };
 
@@ -108,14 +107,12 @@ Result<void> writeRecords(AtomicFile& file, const LmbRecords& records) {
 }
 
 Result<void> writeSamples(AtomicFile& file, const TrialArray& trial, std::int32_t rateHz,
-                          const AfterChannel& afterChannel) {
-    SampleWriter writer(file);
+                          const FileProgress& progress) {
+    SampleWriter writer(file, SampleProgress(progress, (std::int64_t{trial.channels()} + 1) * trial.samples()));
     if (auto written = writer.writeTimes(trial.samples(), rateHz); !written) return written;
     for (int channel = 0; channel < trial.channels(); ++channel) {
         auto written = trial.visitChannel(channel, [&](auto volts) { return writer.writeChannel(volts); });
         if (!written) return written;
-        if (afterChannel && !afterChannel(channel + 1, trial.channels()))
-            return Error{ErrorKind::Cancelled, "Saving was cancelled; no file was written."};
     }
     return {};
 }
@@ -138,8 +135,7 @@ Result<void> WriteLmb(const std::filesystem::path& path, ProgramState& state, co
     Result<AtomicFile> file = AtomicFile::create(path, options.ifExists);
     if (!file) return file.error();
     if (auto written = writeRecords(file.value(), records); !written) return written;
-    if (auto written = writeSamples(file.value(), *trial, sampling.Rate, options.afterChannel); !written)
-        return written;
+    if (auto written = writeSamples(file.value(), *trial, sampling.Rate, options.progress); !written) return written;
     if (auto committed = file.value().commit(); !committed) return committed;
 
     state.header = records.header;
@@ -148,9 +144,9 @@ Result<void> WriteLmb(const std::filesystem::path& path, ProgramState& state, co
 }
 
 Result<std::filesystem::path> WriteLmbToFreeName(const std::filesystem::path& folder, ProgramState& state,
-                                                 const LocalTime& now, const AfterChannel& afterChannel) {
+                                                 const LocalTime& now, const FileProgress& progress) {
     return writeToFreeName(folder, state.TrialName, ".lmb", [&](const std::filesystem::path& path) {
-        return WriteLmb(path, state, now, {IfExists::Refuse, afterChannel});
+        return WriteLmb(path, state, now, {IfExists::Refuse, progress});
     });
 }
 

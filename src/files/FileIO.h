@@ -15,7 +15,7 @@ namespace tavex2 {
 /// How a file is written.
 struct WriteOptions {
     IfExists ifExists = IfExists::Replace;
-    AfterChannel afterChannel; ///< lets the window breathe, shows progress, cancels
+    FileProgress progress; ///< lets the window breathe, shows progress, cancels
 };
 
 /// Writes the current trial as a binary trial file (layout in LmbLayout.h), as a whole or not at all.
@@ -33,6 +33,6 @@ Result<void> WriteLmb(const std::filesystem::path& path, ProgramState& state, co
 /// The same under TrialName + ".lmb" in `folder`, or the next name that is free there (see freeName); never replaces a
 /// file. Gives the path written.
 Result<std::filesystem::path> WriteLmbToFreeName(const std::filesystem::path& folder, ProgramState& state,
-                                                 const LocalTime& now, const AfterChannel& afterChannel = {});
+                                                 const LocalTime& now, const FileProgress& progress = {});
 
 } // namespace tavex2

@@ -5,6 +5,7 @@
 #include "base/PathText.h"
 #include "files/LmbLayout.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cerrno>
@@ -80,17 +81,21 @@ Result<void> checkHeader(const LmbHeader& header, std::uint64_t bytes, const std
 
 /// Reads the channel blocks; the stream stands behind the time block.
 Result<TrialArray> readChannels(std::istream& in, const LmbHeader& header, const std::string& name,
-                                const AfterChannel& afterChannel) {
+                                const FileProgress& progress) {
     Result<TrialArray> samples = TrialArray::allocate(ElementType::Float32, 2, header.NumChannels, header.NumSamples);
     if (!samples) return samples;
+    SampleProgress read(progress, std::int64_t{header.NumChannels} * header.NumSamples);
     for (int channel = 0; channel < header.NumChannels; ++channel) {
         const std::span<float> row = samples.value().floats(channel);
-        if (!fill(in, std::as_writable_bytes(row))) return endedEarly(name);
+        for (std::span<float> rest = row; !rest.empty();) {
+            const std::span<float> piece = rest.first(std::min(rest.size(), samplesOfAPiece));
+            if (!fill(in, std::as_writable_bytes(piece))) return endedEarly(name);
+            if (!read.advance(piece.size())) return Error{ErrorKind::Cancelled, "Opening " + name + " was cancelled."};
+            rest = rest.subspan(piece.size());
+        }
         if constexpr (std::endian::native == std::endian::big)
             for (float& each : row)
                 each = fromLittleEndian<float>(std::bit_cast<std::array<std::byte, 4>>(each));
-        if (afterChannel && !afterChannel(channel + 1, header.NumChannels))
-            return Error{ErrorKind::Cancelled, "Opening " + name + " was cancelled."};
     }
     return samples;
 }
@@ -107,8 +112,8 @@ bool isForeign(const std::filesystem::path& path) {
     return first != lmbSignature;
 }
 
-Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string& name,
-                        const AfterChannel& afterChannel, LmbStart start) {
+Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string& name, const FileProgress& progress,
+                        LmbStart start) {
     LmbFile file;
     file.versionMajor = 2;
     if (start == LmbStart::Header)
@@ -127,7 +132,7 @@ Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string
     // The times follow from the rate; their block is passed over.
     if (!in.seekg(std::streamoff{records.header.NumSamples} * std::streamoff{sizeof(float)}, std::ios::cur))
         return endedEarly(name);
-    Result<TrialArray> samples = readChannels(in, records.header, name, afterChannel);
+    Result<TrialArray> samples = readChannels(in, records.header, name, progress);
     if (!samples) return samples.error();
 
     file.header = records.header;
@@ -138,7 +143,7 @@ Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string
     return file;
 }
 
-Result<LmbFile> readLmbFile(const std::filesystem::path& path, const AfterChannel& afterChannel, LmbStart start) {
+Result<LmbFile> readLmbFile(const std::filesystem::path& path, const FileProgress& progress, LmbStart start) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
     if (status.type() == std::filesystem::file_type::not_found)
@@ -153,7 +158,7 @@ Result<LmbFile> readLmbFile(const std::filesystem::path& path, const AfterChanne
     if (!in) return readError(path, {errno != 0 ? errno : EIO, std::generic_category()});
     const std::uintmax_t bytes = std::filesystem::file_size(path, error);
     if (error) return readError(path, error);
-    return readLmb(in, bytes, pathText(path), afterChannel, start);
+    return readLmb(in, bytes, pathText(path), progress, start);
 }
 
 } // namespace tavex2

@@ -40,11 +40,11 @@ bool isForeign(const std::filesystem::path& path);
 ///
 /// Errors, each saying what was found: NotFound; ReadFailed (a folder, a device, no permission, the disk); BadFormat
 /// (empty, of another kind, cut short, impossible counts or rate); OutOfMemory; Cancelled.
-Result<LmbFile> readLmbFile(const std::filesystem::path& path, const AfterChannel& afterChannel = {},
+Result<LmbFile> readLmbFile(const std::filesystem::path& path, const FileProgress& progress = {},
                             LmbStart start = LmbStart::Identification);
 
 /// The same from a stream at its start that holds `bytes` bytes; `name` stands for the file in messages.
 Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string& name,
-                        const AfterChannel& afterChannel = {}, LmbStart start = LmbStart::Identification);
+                        const FileProgress& progress = {}, LmbStart start = LmbStart::Identification);
 
 } // namespace tavex2

@@ -1,6 +1,7 @@
 #include "files/ReplaceTrial.h"
 
 #include "base/PathText.h"
+#include "files/RecentFiles.h"
 
 #include <memory>
 #include <utility>
@@ -27,7 +28,7 @@ void enterTrialOfFile(ProgramState& state, TrialArray samples, const std::filesy
 
     state.TrialName = pathText(path.stem());
     state.LastSavedName = state.TrialName + extension;
-    state.paths.LastFile = pathText(path);
+    rememberFile(state.paths, path);
     state.flags.DataPresent = true;
     state.flags.Unsaved = false;
     state.flags.TrialNotSaved = false;

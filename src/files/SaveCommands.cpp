@@ -2,6 +2,7 @@
 
 #include "base/PathText.h"
 #include "files/FileIO.h"
+#include "files/RecentFiles.h"
 
 #include <system_error>
 #include <utility>
@@ -117,7 +118,7 @@ void SaveCommands::showFailure(const fs::path& path, const Error& error) {
 void SaveCommands::enterSaved(const fs::path& path) {
     m_state.TrialName = pathText(path.stem());
     m_state.LastSavedName = m_state.TrialName + ".lmb";
-    m_state.paths.LastFile = pathText(path);
+    rememberFile(m_state.paths, path);
     m_state.paths.DataDir = pathText(path.parent_path());
     m_state.flags.TrialNotSaved = false;
 

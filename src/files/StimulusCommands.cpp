@@ -1,6 +1,7 @@
 #include "files/StimulusCommands.h"
 
 #include "base/PathText.h"
+#include "files/RecentFiles.h"
 #include "files/ReplaceTrial.h"
 
 #include <system_error>
@@ -51,13 +52,15 @@ void StimulusCommands::mnuPulvo_Click() {
 
     m_state.paths.LastFile = pathText(fs::absolute(*path));
     m_view.setBusyPointer(true);
-    const Result<void> written = WritePlv(*path, m_state);
+    const Result<void> written =
+        WritePlv(*path, m_state, [this](int done, int of) { return m_view.fileProgress(done, of); });
     m_view.setBusyPointer(false);
     if (!written) {
         m_messages.show({"Error saving " + pathText(*path) + "\n" + written.error().text, "Error",
                          MessageIcon::Exclamation, MessageButtons::Ok});
         return;
     }
+    rememberFile(m_state.paths, *path);
     m_state.flags.TrialNotSaved = false;
     m_view.UpdateMenus();
     m_view.UpdateCaption();
@@ -91,7 +94,7 @@ void StimulusCommands::importPlv(const fs::path& path) {
     if (!mayReplaceTrial(m_state, m_messages, m_saveTrial)) return;
     const fs::path file = fs::absolute(path);
     m_view.setBusyPointer(true);
-    Result<StimulusFile> read = readPlvFile(file);
+    Result<StimulusFile> read = readPlvFile(file, [this](int done, int of) { return m_view.fileProgress(done, of); });
     m_view.setBusyPointer(false);
     if (!read) {
         tellUnreadable(file, read.error());
@@ -110,6 +113,7 @@ void StimulusCommands::importPlv(const fs::path& path) {
 
 void StimulusCommands::tellUnreadable(const fs::path& path, const Error& error) {
     m_view.setStatusText(error.text);
+    if (error.kind == ErrorKind::Cancelled) return; // the user's own wish
     if (error.kind == ErrorKind::BadFormat)
         m_messages.show({"The file\r\n" + pathText(path) + "\r\nis not a Pulvo file!", "Error", MessageIcon::None,
                          MessageButtons::Ok});

@@ -5,6 +5,7 @@
 #include "base/LittleEndian.h"
 #include "base/PathText.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <fstream>
@@ -13,6 +14,7 @@
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace tavex2 {
 
@@ -95,38 +97,52 @@ Result<Shape> readShape(std::istream& in, std::uint64_t bytes, const std::string
     return shape;
 }
 
-/// Reads a channel's elements of type `Stored` into a row of volts.
+/// Reads a channel's elements of type `Stored` into a row of volts; False when the work is to end. The stream says when
+/// it has ended.
 template <class Stored, class Volts>
-void readRow(std::istream& in, std::span<Volts> row) {
-    for (Volts& volts : row)
-        volts = static_cast<Volts>(get<Stored>(in));
+bool readRow(std::istream& in, std::span<Volts> row, SampleProgress& progress) {
+    std::vector<std::array<std::byte, sizeof(Stored)>> piece(std::min(row.size(), samplesOfAPiece));
+    while (!row.empty() && in) {
+        const std::size_t count = std::min(row.size(), piece.size());
+        in.read(reinterpret_cast<char*>(piece.data()), static_cast<std::streamsize>(count * sizeof(Stored)));
+        std::transform(piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(count), row.begin(),
+                       [](const auto& bytes) { return static_cast<Volts>(fromLittleEndian<Stored>(bytes)); });
+        row = row.subspan(count);
+        if (!progress.advance(count)) return false;
+    }
+    return true;
 }
 
-Result<TrialArray> readElements(std::istream& in, const Shape& shape, const std::string& name) {
+bool readRow(std::istream& in, TrialArray& samples, int channel, std::uint16_t code, SampleProgress& progress) {
+    switch (code) {
+    case codeInt16:
+        return readRow<std::int16_t>(in, samples.doubles(channel), progress);
+    case codeInt32:
+        return readRow<std::int32_t>(in, samples.doubles(channel), progress);
+    case codeFloat32:
+        return readRow<float>(in, samples.floats(channel), progress);
+    default:
+        return readRow<double>(in, samples.doubles(channel), progress);
+    }
+}
+
+Result<TrialArray> readElements(std::istream& in, const Shape& shape, const std::string& name,
+                                const FileProgress& tell) {
+    SampleProgress progress(tell, shape.channels * shape.samples);
     const ElementType type = shape.code == codeFloat32 ? ElementType::Float32 : ElementType::Float64;
     Result<TrialArray> samples =
         TrialArray::allocate(type, shape.dimensions, static_cast<int>(shape.channels), shape.samples);
     if (!samples) return samples;
     for (int channel = 0; channel < samples.value().channels(); ++channel) {
-        switch (shape.code) {
-        case codeInt16:
-            readRow<std::int16_t>(in, samples.value().doubles(channel));
-            break;
-        case codeInt32:
-            readRow<std::int32_t>(in, samples.value().doubles(channel));
-            break;
-        case codeFloat32:
-            readRow<float>(in, samples.value().floats(channel));
-            break;
-        default:
-            readRow<double>(in, samples.value().doubles(channel));
-        }
+        if (!readRow(in, samples.value(), channel, shape.code, progress))
+            return Error{ErrorKind::Cancelled, "Opening " + name + " was cancelled."};
         if (!in) return damaged(name, "it ends in channel " + std::to_string(channel) + ".");
     }
     return samples;
 }
 
-void writeElements(std::ostream& out, const TrialArray& trial) {
+void writeElements(std::ostream& out, const TrialArray& trial, const FileProgress& tell) {
+    SampleProgress progress(tell, trial.channels() * trial.samples());
     put(out, trial.elementType() == ElementType::Float32 ? codeFloat32 : codeFloat64);
     put(out, static_cast<std::uint16_t>(trial.rank()));
     if (trial.rank() == 2) {
@@ -136,16 +152,25 @@ void writeElements(std::ostream& out, const TrialArray& trial) {
     put(out, static_cast<std::int32_t>(trial.samples()));
     put(out, std::int32_t{0});
     for (int channel = 0; channel < trial.channels(); ++channel)
-        trial.visitChannel(channel, [&out](auto samples) {
-            for (const auto volts : samples)
-                put(out, volts);
+        trial.visitChannel(channel, [&](auto samples) {
+            using T = typename decltype(samples)::value_type;
+            std::vector<std::array<std::byte, sizeof(T)>> piece;
+            while (!samples.empty()) {
+                const auto now = samples.first(std::min(samples.size(), samplesOfAPiece));
+                piece.resize(now.size());
+                std::ranges::transform(now, piece.begin(), littleEndianBytes<T>);
+                out.write(reinterpret_cast<const char*>(piece.data()), static_cast<std::streamsize>(now.size_bytes()));
+                progress.advance(now.size());
+                samples = samples.subspan(now.size());
+            }
         });
 }
 
 } // namespace
 
-Result<void> WritePlv(const std::filesystem::path& path, ProgramState& state) {
+Result<void> WritePlv(const std::filesystem::path& path, ProgramState& state, const FileProgress& progress) {
     if (!hasCurrentTrial(state)) return Error{ErrorKind::InvalidValue, "There is no trial to export."};
+    const TrialData trial = state.trials.CurrentTrial; // kept while the callback lets other things happen
     errno = 0;
     // Opened for reading too, because opening for writing alone would empty the file first.
     std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
@@ -154,14 +179,15 @@ Result<void> WritePlv(const std::filesystem::path& path, ProgramState& state) {
     put(file, newestVersion);
     const auto sampling = encodeSampling(state.trials.CurrentSettings);
     file.write(reinterpret_cast<const char*>(sampling.data()), static_cast<std::streamsize>(sampling.size()));
-    writeElements(file, *state.trials.CurrentTrial);
+    writeElements(file, *trial, progress);
     file.close();
     if (!file) return writeError(path, {errno != 0 ? errno : EIO, std::generic_category()});
     state.flags.Unsaved = false;
     return {};
 }
 
-Result<StimulusFile> readPlv(std::istream& in, std::uint64_t bytes, const std::string& name) {
+Result<StimulusFile> readPlv(std::istream& in, std::uint64_t bytes, const std::string& name,
+                             const FileProgress& progress) {
     std::string first(magic.size(), '\0');
     in.read(first.data(), static_cast<std::streamsize>(first.size()));
     if (first != magic) return Error{ErrorKind::BadFormat, name + " is not a Pulvo file."};
@@ -173,19 +199,19 @@ Result<StimulusFile> readPlv(std::istream& in, std::uint64_t bytes, const std::s
     if (!in) return damaged(name, "it ends before its data.");
     const Result<Shape> shape = readShape(in, bytes, name);
     if (!shape) return shape.error();
-    Result<TrialArray> samples = readElements(in, shape.value(), name);
+    Result<TrialArray> samples = readElements(in, shape.value(), name, progress);
     if (!samples) return samples.error();
     return StimulusFile{.sampling = decodeSampling(sampling), .samples = std::move(samples).value()};
 }
 
-Result<StimulusFile> readPlvFile(const std::filesystem::path& path) {
+Result<StimulusFile> readPlvFile(const std::filesystem::path& path, const FileProgress& progress) {
     std::error_code problem;
     const std::uintmax_t bytes = std::filesystem::file_size(path, problem);
     if (problem) return readError(path, problem);
     errno = 0;
     std::ifstream in(path, std::ios::binary);
     if (!in) return readError(path, {errno != 0 ? errno : EIO, std::generic_category()});
-    return readPlv(in, bytes, pathText(path));
+    return readPlv(in, bytes, pathText(path), progress);
 }
 
 } // namespace tavex2

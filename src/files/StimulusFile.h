@@ -2,6 +2,7 @@
 
 #include "acquisition/records/ProgramState.h"
 #include "base/Result.h"
+#include "files/FileProgress.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -26,14 +27,16 @@ struct StimulusFile {
 
 /// Writes the current trial and its sampling settings. An existing file is written over in place: what it had beyond
 /// the new data stays behind them and is ignored by readers. After success Unsaved is False. Errors: InvalidValue when
-/// there is no trial, WriteFailed.
-Result<void> WritePlv(const std::filesystem::path& path, ProgramState& state);
+/// there is no trial, WriteFailed. `progress` cannot end it: a file that is written over would be left half old, half
+/// new.
+Result<void> WritePlv(const std::filesystem::path& path, ProgramState& state, const FileProgress& progress = {});
 
 /// Reads a stimulus file. Counts are checked against the file's size before memory is taken; nothing checks settings
 /// and data against each other. Errors: BadFormat for a file of another kind, WrongVersion for a newer one, ReadFailed
-/// for anything else that goes wrong, OutOfMemory.
-Result<StimulusFile> readPlvFile(const std::filesystem::path& path);
+/// for anything else that goes wrong, OutOfMemory, Cancelled.
+Result<StimulusFile> readPlvFile(const std::filesystem::path& path, const FileProgress& progress = {});
 /// The same from a stream at its start that holds `bytes` bytes; `name` stands for the file in messages.
-Result<StimulusFile> readPlv(std::istream& in, std::uint64_t bytes, const std::string& name);
+Result<StimulusFile> readPlv(std::istream& in, std::uint64_t bytes, const std::string& name,
+                             const FileProgress& progress = {});
 
 } // namespace tavex2

@@ -79,8 +79,7 @@ Result<void> writeTable(const std::filesystem::path& path, const std::string& he
     if (!file) return file.error();
     if (auto written = file.value().write(std::as_bytes(std::span(head))); !written) return written;
     const TrialArray& trial = *state.trials.CurrentTrial;
-    if (auto written = writeRows(file.value(), trial, facts.rateHz, layout, options.afterChannel); !written)
-        return written;
+    if (auto written = writeRows(file.value(), trial, facts.rateHz, layout, options.progress); !written) return written;
     return file.value().commit();
 }
 

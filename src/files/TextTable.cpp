@@ -141,7 +141,7 @@ class RowQueue {
 } // namespace
 
 Result<void> writeRows(AtomicFile& file, const TrialArray& trial, double rateHz, const TableLayout& layout,
-                       const AfterChannel& progress) {
+                       const FileProgress& progress) {
     RowQueue queue(file, trial, static_cast<float>(1.0 / rateHz), layout);
     std::vector<std::future<void>> others;
     for (unsigned i = 1; i < std::thread::hardware_concurrency(); ++i)

@@ -23,6 +23,6 @@ struct TableLayout {
 /// Numbers are exact, ties away from zero. The rows are made on all cores. Errors: those of AtomicFile, and Cancelled
 /// when `progress`, which is told the thousandths done, says so.
 Result<void> writeRows(AtomicFile& file, const TrialArray& trial, double rateHz, const TableLayout& layout,
-                       const AfterChannel& progress);
+                       const FileProgress& progress);
 
 } // namespace tavex2

@@ -295,6 +295,23 @@ TEST_F(CommandLineTest, ShowGivesTheHeaderAndTheChannels) {
     EXPECT_THAT(stdOut.str(), AllOf(HasSubstr("Tavex2 analog data file."), HasSubstr("Channel 02")));
 }
 
+TEST_F(CommandLineTest, ShowAndPlotTakeStimulusFiles) {
+    ASSERT_EQ(collect({}), 0);
+    const std::string file = (out / "t.plv").string();
+    ASSERT_EQ(run({"convert", (out / "Trial0001.lmb").string(), file}), 0);
+    ASSERT_EQ(run({"show", file, "--json"}), 0);
+    const auto json = nlohmann::json::parse(stdOut.str());
+    EXPECT_EQ(json.at("NumChannels"), 3);
+    EXPECT_EQ(json.at("NumSamples"), 101);
+    EXPECT_EQ(json.at("Rate"), 100);
+    EXPECT_EQ(json.at("Settings").at("Channels"), "0:2");
+    EXPECT_EQ(json.at("Channels")[0].at("Maximum"), static_cast<double>(volts(100)));
+    ASSERT_EQ(run({"show", file}), 0);
+    EXPECT_THAT(stdOut.str(), HasSubstr("NumSamples        101"));
+    ASSERT_EQ(run({"plot", file, (out / "p.png").string()}), 0);
+    EXPECT_EQ(pictures.at(0).labels, (std::vector<std::string>{"Channel 00", "Channel 01", "Channel 02"}));
+}
+
 TEST_F(CommandLineTest, ShowAndPlotSayWhatIsWrongWithAFile) {
     EXPECT_EQ(run({"show", (folder / "missing.lmb").string()}), 1);
     EXPECT_THAT(errorLine(), HasSubstr("missing.lmb"));

@@ -27,6 +27,7 @@ TEST_F(ExitTest, WithNothingUnsavedItStoresTheSettingsWithoutAsking) {
     state.paths = {.ProgramDir = "/p",
                    .DataDir = "/d",
                    .LastFile = "/l",
+                   .RecentFiles = {"/l", "/k"},
                    .LastSetupFile = "/s",
                    .SiblingProgramDir = "/sib",
                    .ViewerProgram = "v",
@@ -35,11 +36,15 @@ TEST_F(ExitTest, WithNothingUnsavedItStoresTheSettingsWithoutAsking) {
     state.settings.setup.StartMaximized = true;
     EXPECT_TRUE(mayExit());
     EXPECT_TRUE(messages.shown.empty());
-    const std::map<std::string, std::string> expected{
-        {"Tavex2/Startup/Progdir", "/p"},      {"Tavex2/Startup/Datadir", "/d"},
-        {"Tavex2/Startup/Lastfile", "/l"},     {"Tavex2/Startup/Lastsetupfile", "/s"},
-        {"Tavex2/Startup/Fullscreen", "True"}, {"Tavex2/Startup/Autosavewithoutasking", "False"},
-        {"Orvanta/Startup/Viewer", "v"},       {"Orvanta/Startup/Spreadsheet", "x"}};
+    const std::map<std::string, std::string> expected{{"Tavex2/Startup/Progdir", "/p"},
+                                                      {"Tavex2/Startup/Datadir", "/d"},
+                                                      {"Tavex2/Startup/Lastfile", "/l"},
+                                                      {"Tavex2/Startup/Recentfiles", "/l\n/k"},
+                                                      {"Tavex2/Startup/Lastsetupfile", "/s"},
+                                                      {"Tavex2/Startup/Fullscreen", "True"},
+                                                      {"Tavex2/Startup/Autosavewithoutasking", "False"},
+                                                      {"Orvanta/Startup/Viewer", "v"},
+                                                      {"Orvanta/Startup/Spreadsheet", "x"}};
     EXPECT_EQ(store.values, expected) << "the sibling's folder is read only";
 }
 

@@ -330,6 +330,40 @@ TEST_F(MainWindowTest, ASavedTrialIsOpenedAgain) {
     EXPECT_NE(second, window().windowTitle());
 }
 
+TEST_F(MainWindowTest, TheFileMenuListsRecentFiles) {
+    start();
+    auto& file = child<QMenu>("mnuFile");
+    auto& recent = child<QMenu>("mnuRecent");
+    EXPECT_FALSE(recent.isEnabled());
+    for (const char* name : {"First", "Second"}) {
+        collect();
+        saveAs(QString::fromStdString((folder / name).string() + ".lmb"));
+    }
+    Q_EMIT file.aboutToShow();
+    EXPECT_TRUE(recent.isEnabled());
+    ASSERT_EQ(recent.actions().size(), 2);
+    EXPECT_EQ(recent.actions()[0]->text(), QStringLiteral("&1  Second.lmb"));
+    EXPECT_EQ(recent.actions()[1]->toolTip(), QString::fromStdString((folder / "First.lmb").string()));
+
+    WhenDialogOpens read("MessageBox", [](QWidget& box) { press(box, QMessageBox::Ok); });
+    action("mnuRecent_1").trigger();
+    ASSERT_TRUE(read.opened());
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("First"));
+    Q_EMIT file.aboutToShow();
+    EXPECT_EQ(recent.actions()[0]->text(), QStringLiteral("&1  First.lmb"));
+
+    std::filesystem::remove(folder / "Second.lmb");
+    action("mnuRecent_1").trigger();
+    EXPECT_TRUE(status().endsWith(QLatin1String("Second.lmb is not there any more; it is off the list now.")));
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("First"));
+    Q_EMIT file.aboutToShow();
+    EXPECT_EQ(recent.actions().size(), 1);
+
+    window().close();
+    start(); // with the same settings store
+    EXPECT_EQ(child<QMenu>("mnuRecent").actions().size(), 1);
+}
+
 TEST_F(MainWindowTest, AFileDroppedOnTheWindowIsOpened) {
     start();
     collect();

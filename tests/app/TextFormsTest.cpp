@@ -108,6 +108,41 @@ TEST_F(TextFormsTest, LabelsAndUnitsAreEnteredAndSavedWithTheTrial) {
     EXPECT_EQ(file.header.Units[2].trimmed(), "\xB5V");
 }
 
+TEST_F(TextFormsTest, LabelsAndUnitsStandInTheLegendsToolTips) {
+    start();
+    auto& legend = child<QWidget>("frmLegend");
+    const auto tip = [&](const char* name) { return legend.findChild<QWidget*>(QLatin1String(name))->toolTip(); };
+    EXPECT_EQ(tip("shpColour_1"), QStringLiteral("Channel 01 (V)"));
+    WhenDialogOpens labels("frmLabels", [](QWidget& form) {
+        auto& units = *form.findChild<QListWidget*>(QStringLiteral("lstUnits"));
+        WhenDialogOpens box = answer(QStringLiteral("\u00B5V"), QStringLiteral("V"));
+        QTest::mouseClick(units.viewport(), Qt::LeftButton, {}, units.visualItemRect(units.item(1)).center());
+        EXPECT_TRUE(box.opened());
+        click(form, "cmdExit");
+    });
+    collect();
+    action("mnuEdit_2").trigger();
+    ASSERT_TRUE(labels.opened());
+    EXPECT_EQ(tip("shpColour_1"), QStringLiteral("Channel 01 (\u00B5V)"));
+    EXPECT_EQ(tip("lblChannel_1"), QStringLiteral("Channel 01 (\u00B5V)"));
+}
+
+TEST_F(TextFormsTest, ACharacterThatFilesCannotHoldIsTold) {
+    start();
+    WhenDialogOpens comments("frmComments", [](QWidget& form) {
+        auto& grid = *form.findChild<QTableWidget*>(QStringLiteral("grdComments"));
+        WhenDialogOpens box = answer(QStringLiteral("10 k\u03A9"));
+        WhenDialogOpens told("MessageBox", [](QWidget& message) { message.close(); });
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualItemRect(grid.item(1, 1)).center());
+        EXPECT_TRUE(box.opened());
+        EXPECT_TRUE(told.opened());
+        EXPECT_EQ(grid.item(1, 1)->text(), QStringLiteral("10 k?"));
+        click(form, "cmdCancel");
+    });
+    action("mnuEdit_0").trigger();
+    ASSERT_TRUE(comments.opened());
+}
+
 TEST_F(TextFormsTest, CancellingTheLabelsPutsThemBack) {
     start();
     collect();

@@ -1,11 +1,13 @@
 #include "base/LittleEndian.h"
 #include "files/Import.h"
+#include "files/LmbLayout.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <rapidcheck/gtest.h>
 
 #include <cmath>
+#include <fstream>
 #include <limits>
 #include <sstream>
 #include <sys/stat.h>
@@ -135,20 +137,50 @@ TEST(ReadLmbTest, ReportsAFileThatEndsBeforeItsSizeSays) {
     }
 }
 
-TEST(ReadLmbTest, ReportsEveryChannelAndCanBeCancelled) {
+TEST(ReadLmbTest, TellsHowFarItIsAndCanBeCancelled) {
     std::istringstream in(soundFile());
-    std::vector<int> done;
-    ASSERT_TRUE(readLmb(in, soundFile().size(), "some.lmb", [&](int channel, int channels) {
-        EXPECT_EQ(channels, 3);
-        done.push_back(channel);
+    std::vector<std::pair<int, int>> told;
+    ASSERT_TRUE(readLmb(in, soundFile().size(), "some.lmb", [&](int done, int of) {
+        told.emplace_back(done, of);
         return true;
     }));
-    EXPECT_THAT(done, testing::ElementsAre(1, 2, 3));
+    EXPECT_THAT(told, testing::ElementsAre(std::pair(333, 1000), std::pair(666, 1000), std::pair(1000, 1000)));
     in.clear();
     in.seekg(0);
     const auto read = readLmb(in, soundFile().size(), "some.lmb", [](int, int) { return false; });
     ASSERT_FALSE(read);
     EXPECT_EQ(read.error().kind, ErrorKind::Cancelled);
+}
+
+TEST(ReadLmbFileTest, ReadsAFileLargerThanTwoGigabytes) {
+    // A hole of one channel, but for its ends: the file takes no room on the disk.
+    constexpr std::int32_t samples = 270'000'000;
+    const TemporaryFolder folder;
+    const fs::path path = folder / "long.lmb";
+    const std::string start = with(with(soundFile(), numChannelsAt, std::int16_t{1}), numSamplesAt, samples);
+    std::ofstream(path, std::ios::binary) << start.substr(0, lmbIdentificationBytes + lmbRecordBytes);
+    const std::uint64_t whole = lmbFileBytes(1, samples).value();
+    ASSERT_GT(whole, std::uint64_t{1} << 31);
+    fs::resize_file(path, whole);
+    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
+    const auto put = [&](std::uint64_t sample, float volts) {
+        const auto bytes = littleEndianBytes(volts);
+        file.seekp(static_cast<std::streamoff>(whole - 4 * (samples - sample)));
+        file.write(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    };
+    put(0, 1.5F);
+    put(samples - 1, -2.5F);
+    file.close();
+
+    int calls = 0;
+    const auto read = readLmbFile(path, [&](int, int) { return ++calls > 0; });
+    ASSERT_TRUE(read) << read.error().text;
+    const auto volts = read.value().samples.floats(0);
+    ASSERT_EQ(volts.size(), static_cast<std::size_t>(samples));
+    EXPECT_EQ(volts.front(), 1.5F);
+    EXPECT_EQ(volts[1], 0.0F);
+    EXPECT_EQ(volts.back(), -2.5F);
+    EXPECT_GT(calls, 1000) << "one channel, told about many times";
 }
 
 TEST(ReadLmbFileTest, SaysWhatStandsInTheWay) {

@@ -103,7 +103,8 @@ TEST_F(SaveCommandsTest, SavingTakesTheNameAndFolderOfTheFile) {
 TEST_F(SaveCommandsTest, TheWindowIsBusyWhileWritingAndUpToDateAfterwards) {
     answer(m_folder / "a.lmb");
     ASSERT_TRUE(m_commands.mnuSave_Click());
-    EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pending", "pending", "pointer", "redraw", "menus", "caption"));
+    EXPECT_THAT(m_view.log,
+                ElementsAre("hourglass", "pending", "pending", "pending", "pointer", "redraw", "menus", "caption"));
 }
 
 TEST_F(SaveCommandsTest, ANameWithoutExtensionGetsOne) {

@@ -153,7 +153,7 @@ TEST_F(StimulusFileTest, AnExportedTrialCountsAsSavedAndEntersTheAverageOnce) {
     EXPECT_FALSE(m_state.flags.Unsaved);
     EXPECT_EQ(m_state.trials.AverageCount, 1);
     EXPECT_EQ(m_state.paths.LastFile, (m_folder / "a.plv").string());
-    EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pointer", "menus", "caption", "redraw"));
+    EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pending", "pending", "pointer", "menus", "caption", "redraw"));
     m_commands.mnuPulvo_Click();
     EXPECT_EQ(m_state.trials.AverageCount, 1);
 }
@@ -188,8 +188,26 @@ TEST_F(StimulusFileTest, AnImportedTrialIsTheCurrentOneInThousandths) {
     EXPECT_FALSE(m_state.flags.TrialNotSaved);
     EXPECT_FALSE(m_state.settings.setup.DisplayInVolts);
     EXPECT_FALSE(m_state.settings.setup.DisplayInSeconds);
-    EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pointer", "units", "menus", "caption File: Trial1",
-                                        "status Opened file: Trial1"));
+    EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pending", "pending", "pointer", "units", "menus",
+                                        "caption File: Trial1", "status Opened file: Trial1"));
+}
+
+TEST_F(StimulusFileTest, AnImportCanBeCancelledAndChangesNothing) {
+    m_view.goesOn = false;
+    m_commands.importPlv(write("t.plv", plv(grid<double>(0x2005, {{1, 2}, {3, 4}}))));
+    EXPECT_TRUE(m_messages.shown.empty());
+    EXPECT_THAT(m_view.status, HasSubstr("cancelled"));
+    EXPECT_FALSE(m_state.trials.CurrentTrial);
+    EXPECT_EQ(m_state.TrialName, "Trial0001");
+}
+
+TEST_F(StimulusFileTest, AnExportIsFinishedEvenWhenItIsCancelled) {
+    m_view.goesOn = false;
+    collect(m_state, trialOf({{1, 2}, {3, 4}}));
+    m_dialogs.answers = {m_folder / "a.plv"};
+    m_commands.mnuPulvo_Click();
+    EXPECT_TRUE(m_messages.shown.empty());
+    EXPECT_EQ(readPlvFile(m_folder / "a.plv").value().samples.at(1, 1), 4);
 }
 
 TEST_F(StimulusFileTest, WhatCannotBeImportedIsToldAndChangesNothing) {

@@ -193,18 +193,19 @@ TEST_F(WriteLmbTest, LeavesTheOldFileWhenTheDiskTakesNoMore) {
     EXPECT_TRUE(m_state.flags.Unsaved);
 }
 
-TEST_F(WriteLmbTest, ReportsEveryChannelAndCanBeCancelled) {
+TEST_F(WriteLmbTest, TellsHowFarItIsAndCanBeCancelled) {
     collect(m_state, ramp(3, 2));
     std::vector<std::pair<int, int>> reported;
-    ASSERT_TRUE(WriteLmb(m_path, m_state, someTime, {IfExists::Replace, [&](int done, int channels) {
-                                                         reported.emplace_back(done, channels);
+    ASSERT_TRUE(WriteLmb(m_path, m_state, someTime, {IfExists::Replace, [&](int done, int of) {
+                                                         reported.emplace_back(done, of);
                                                          return true;
                                                      }}));
-    EXPECT_THAT(reported, ElementsAre(std::pair(1, 3), std::pair(2, 3), std::pair(3, 3)));
+    EXPECT_THAT(reported,
+                ElementsAre(std::pair(250, 1000), std::pair(500, 1000), std::pair(750, 1000), std::pair(1000, 1000)));
 
     m_state.flags.Unsaved = true;
     const std::string old = bytesOf(m_path);
-    const auto cancelled = WriteLmb(m_path, m_state, {}, {IfExists::Replace, [](int done, int) { return done < 2; }});
+    const auto cancelled = WriteLmb(m_path, m_state, {}, {IfExists::Replace, [](int done, int) { return done < 500; }});
     ASSERT_FALSE(cancelled);
     EXPECT_EQ(cancelled.error().kind, ErrorKind::Cancelled);
     EXPECT_EQ(bytesOf(m_path), old);

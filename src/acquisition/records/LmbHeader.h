@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 namespace tavex2 {
 
@@ -33,6 +34,11 @@ struct LmbHeader {
 
     friend bool operator==(const LmbHeader&, const LmbHeader&) = default;
 };
+
+/// What a channel (0..63) is called and measured in, Windows-1252: what its slot says, or "Channel 00" and so on and
+/// "V" where nothing was ever set.
+std::string labelOf(const LmbHeader& header, int channel);
+std::string channelUnitOf(const LmbHeader& header, int channel);
 
 /// Two records of the sibling analysis program, carried byte for byte from a loaded file to the next saved one.
 using LmbInfoA = std::array<char, 224>;

@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace tavex2 {
 
@@ -28,6 +29,7 @@ struct PersistedPaths {
     std::string ProgramDir;
     std::string DataDir;
     std::string LastFile;
+    std::vector<std::string> RecentFiles; ///< files opened or saved, newest first
     std::string LastSetupFile;
     std::string SiblingProgramDir;
     std::string ViewerProgram;

@@ -2,7 +2,6 @@
 
 #include "base/Decimal.h"
 #include "platform/qt/CenterForm.h"
-#include "platform/qt/InputBox.h"
 #include "platform/qt/TextForm.h"
 
 #include <QFormLayout>
@@ -96,16 +95,14 @@ void frmLabels::addButtons() {
 }
 
 void frmLabels::editLabel(int channel) {
-    const auto answer = inputBox(this, tr("Change Labels"), tr("Enter channel label or press Cancel."),
-                                 fromFileText(m_labels.label(channel)));
-    m_labels.enterLabel(channel, toFileText(answer.value_or(QString())));
+    m_labels.enterLabel(channel, askFileText(this, tr("Change Labels"), tr("Enter channel label or press Cancel."),
+                                             m_labels.label(channel)));
     RewriteValues();
 }
 
 void frmLabels::editUnit(int channel) {
-    const auto answer = inputBox(this, tr("Change Units"), tr("Enter correct units or press Cancel."),
-                                 fromFileText(m_labels.unit(channel)));
-    m_labels.enterUnit(channel, toFileText(answer.value_or(QString())));
+    m_labels.enterUnit(channel, askFileText(this, tr("Change Units"), tr("Enter correct units or press Cancel."),
+                                            m_labels.unit(channel)));
     RewriteValues();
 }
 

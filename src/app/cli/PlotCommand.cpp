@@ -1,22 +1,19 @@
 #include "app/cli/PlotCommand.h"
 
+#include "app/cli/TrialFile.h"
 #include "base/Windows1252.h"
-#include "files/Import.h"
-
-#include <utility>
 
 namespace tavex2 {
 
 Result<void> plotFile(const PlotRequest& request, const std::function<Result<void>(const TrialPicture&)>& drawPicture) {
-    Result<LmbFile> read = readLmbFile(request.file);
-    if (!read) return read.error();
-    LmbFile file = std::move(read).value();
+    ProgramState state;
+    if (auto read = readTrialFile(request.file, state); !read) return read;
 
     TrialPicture picture;
-    for (int channel = 1; channel <= file.header.NumChannels; ++channel)
-        picture.labels.push_back(utf8FromWindows1252(file.header.Labels[static_cast<std::size_t>(channel)].trimmed()));
-    picture.trial = std::make_shared<const TrialArray>(std::move(file.samples));
-    picture.rateHz = file.header.Rate;
+    picture.trial = state.trials.CurrentTrial;
+    for (int channel = 0; channel < picture.trial->channels(); ++channel)
+        picture.labels.push_back(utf8FromWindows1252(labelOf(state.header, channel)));
+    picture.rateHz = state.trials.CurrentSettings.Rate;
     picture.title = request.file.filename().string();
     picture.path = request.picture;
     picture.widthPixels = request.widthPixels;

@@ -4,6 +4,7 @@
 #include "acquisition/SetupFile.h"
 #include "base/Windows1252.h"
 #include "files/Import.h"
+#include "files/StimulusFile.h"
 
 #include <nlohmann/json.hpp>
 
@@ -26,10 +27,11 @@ struct ChannelSummary {
     double mean = 0;
 };
 
-ChannelSummary summarise(std::span<const float> samples) {
+template <class T>
+ChannelSummary summarise(std::span<const T> samples) {
     ChannelSummary summary;
     double sum = 0;
-    for (const float sample : samples) {
+    for (const T sample : samples) {
         const auto volts = static_cast<double>(sample);
         summary.minimum = std::min(summary.minimum, volts);
         summary.maximum = std::max(summary.maximum, volts);
@@ -37,6 +39,19 @@ ChannelSummary summarise(std::span<const float> samples) {
     }
     summary.mean = sum / static_cast<double>(samples.size());
     return summary;
+}
+
+ChannelSummary summariseChannel(const TrialArray& samples, int channel) {
+    return samples.visitChannel(channel, [](auto volts) { return summarise(volts); });
+}
+
+Json channelSummaries(const TrialArray& samples) {
+    Json list = Json::array();
+    for (int channel = 0; channel < samples.channels(); ++channel) {
+        const ChannelSummary summary = summariseChannel(samples, channel);
+        list.push_back({{"Minimum", summary.minimum}, {"Maximum", summary.maximum}, {"Mean", summary.mean}});
+    }
+    return list;
 }
 
 /// The slots in use of one of the header's slot arrays: the time column and the channels.
@@ -75,12 +90,7 @@ Json toJson(const LmbFile& file) {
     json["TrialComments"] = Json::array();
     for (const auto& line : file.comments)
         json["TrialComments"].push_back(shown(line));
-    json["Channels"] = Json::array();
-    for (int channel = 0; channel < file.samples.channels(); ++channel) {
-        const ChannelSummary summary = summarise(file.samples.floats(channel));
-        json["Channels"].push_back(
-            {{"Minimum", summary.minimum}, {"Maximum", summary.maximum}, {"Mean", summary.mean}});
-    }
+    json["Channels"] = channelSummaries(file.samples);
     return json;
 }
 
@@ -101,7 +111,7 @@ std::string toText(const LmbFile& file) {
         << std::fixed << std::setprecision(5);
     for (int channel = 0; channel < file.samples.channels(); ++channel) {
         const auto slot = static_cast<std::size_t>(channel) + 1;
-        const ChannelSummary summary = summarise(file.samples.floats(channel));
+        const ChannelSummary summary = summariseChannel(file.samples, channel);
         out << std::left << std::setw(12) << shown(header.Labels[slot]) << std::setw(12) << shown(header.Units[slot])
             << std::right << std::setw(12) << summary.minimum << std::setw(12) << summary.maximum << std::setw(12)
             << summary.mean << '\n';
@@ -109,10 +119,9 @@ std::string toText(const LmbFile& file) {
     return out.str();
 }
 
-/// The fields of a setup, group after group in one object.
-Json toJson(const AcqSettings& settings) {
-    Json json;
-    forEachField(settings, [&json](std::string_view name, const auto& field, const FieldRange&) {
+/// Enters each field of a settings record that it is called with under its name.
+auto fieldsInto(Json& json) {
+    return [&json](std::string_view name, const auto& field, const FieldRange&) {
         using Field = std::decay_t<decltype(field)>;
         Json& value = json[std::string(name)];
         if constexpr (std::is_same_v<Field, Bool16>)
@@ -121,20 +130,41 @@ Json toJson(const AcqSettings& settings) {
             value = shown(field);
         else
             value = field;
-    });
-    return json;
+    };
 }
 
-Result<void> showSetup(const ShowRequest& request, std::ostream& out) {
-    AcqSettings settings;
-    if (auto read = readSetupFile(request.file, settings); !read) return read;
-    const Json json = toJson(settings);
-    if (request.json)
+void print(const Json& json, bool asJson, std::ostream& out) {
+    // A damaged sample may be no number; JSON has no word for it and gets null.
+    if (asJson)
         out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
     else
         for (const auto& [name, value] : json.items())
             out << std::left << std::setw(18) << name << (value.is_string() ? value.get<std::string>() : value.dump())
                 << '\n';
+}
+
+Result<void> showSetup(const ShowRequest& request, std::ostream& out) {
+    AcqSettings settings;
+    if (auto read = readSetupFile(request.file, settings); !read) return read;
+    Json json;
+    forEachField(settings, fieldsInto(json));
+    print(json, request.json, out);
+    return {};
+}
+
+Result<void> showStimulus(const ShowRequest& request, std::ostream& out) {
+    const Result<StimulusFile> file = readPlvFile(request.file);
+    if (!file) return file.error();
+    const StimulusFile& trial = file.value();
+    Json json;
+    // The settings may claim another shape than the data have.
+    json["NumChannels"] = trial.samples.channels();
+    json["NumSamples"] = trial.samples.samples();
+    json["Rate"] = trial.sampling.Rate;
+    json["Duration"] = trial.sampling.Duration;
+    forEachSamplingField(trial.sampling, fieldsInto(json["Settings"]));
+    json["Channels"] = channelSummaries(trial.samples);
+    print(json, request.json, out);
     return {};
 }
 
@@ -142,8 +172,7 @@ Result<void> showTrial(const ShowRequest& request, std::ostream& out) {
     const Result<LmbFile> file = readLmbFile(request.file);
     if (!file) return file.error();
     if (request.json)
-        // A damaged sample may be no number; JSON has no word for it and gets null.
-        out << toJson(file.value()).dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+        print(toJson(file.value()), true, out);
     else
         out << toText(file.value());
     return {};
@@ -152,7 +181,10 @@ Result<void> showTrial(const ShowRequest& request, std::ostream& out) {
 } // namespace
 
 Result<void> showFile(const ShowRequest& request, std::ostream& out) {
-    return request.file.extension() == ".set" ? showSetup(request, out) : showTrial(request, out);
+    const std::string kind = request.file.extension().string();
+    if (kind == ".set") return showSetup(request, out);
+    if (kind == ".plv") return showStimulus(request, out);
+    return showTrial(request, out);
 }
 
 } // namespace tavex2

@@ -5,12 +5,14 @@
 #include "analysis/ui/frmLabels.h"
 #include "app/MenuState.h"
 #include "app/ui/FileWork.h"
+#include "app/ui/RecentFilesMenu.h"
 #include "app/ui/frmWaiting.h"
 #include "base/PathText.h"
 #include "base/PlainText.h"
 #include "display/ui/GraphsPanel.h"
 #include "display/ui/frmLegend.h"
 #include "display/ui/frmScale.h"
+#include "files/RecentFiles.h"
 #include "files/ui/frmComments.h"
 #include "ui_frmMain.h"
 
@@ -143,6 +145,8 @@ void frmMain::connectFileAndDataCommands() {
     ExportCommands& exports = m_commands->exports;
     on({m_ui->mnuTab}, [this, &exports] { saveWith([&exports] { exports.mnuTab_Click(); }); });
     on({m_ui->mnuLumidor}, [this, &exports] { saveWith([&exports] { exports.mnuLumidor_Click(); }); });
+    auto* recent = new RecentFilesMenu(*m_ui->mnuFile, *m_ui->mnuRecent, m_state.paths.RecentFiles, this);
+    connect(recent, &RecentFilesMenu::chosen, this, &frmMain::openRecent);
     on({m_ui->mnuExit}, [this] { mnuExit_Click(); });
 
     on({m_ui->mnuAcquire, m_ui->tbCollect}, [&run] { run.Collect(); });
@@ -171,7 +175,10 @@ void frmMain::connectViewCommands() {
 
 void frmMain::connectOptions() {
     on({m_ui->mnuEdit_0}, [this] { editComments(); });
-    on({m_ui->mnuEdit_2}, [this] { frmLabels(m_state, this).exec(); });
+    on({m_ui->mnuEdit_2}, [this] {
+        frmLabels(m_state, this).exec();
+        m_legend->showNames(m_state.header);
+    });
     on({m_ui->mnuEdit_1, m_ui->tbConfigure}, [this] { mnuProperties_Click(); });
     for (std::size_t index = 0; index < m_options.size(); ++index)
         on({m_options[index]}, [this, index] { mnuOption_Click(static_cast<int>(index)); });
@@ -251,6 +258,7 @@ void frmMain::showProgress(const std::optional<AnalogProgress>& progress) {
 
 void frmMain::RedrawTrials() {
     m_graphs->RedrawTrials();
+    m_legend->showNames(m_state.header);
 }
 
 void frmMain::beginRealTime(double windowSeconds) {
@@ -341,6 +349,17 @@ void frmMain::openWith(const std::function<void()>& command) {
     if (m_state.flags.RealTimeMode) m_commands->run.Stop();
     const RunController::Hold hold(m_commands->run);
     command();
+}
+
+void frmMain::openRecent(const QString& file) {
+    const std::string path = file.toStdString();
+    std::error_code error;
+    if (std::filesystem::exists(pathFromText(path), error)) {
+        openFile(pathFromText(path));
+        return;
+    }
+    forgetFile(m_state.paths, path);
+    setStatusText(path + " is not there any more; it is off the list now.");
 }
 
 void frmMain::openFile(const std::filesystem::path& path) {

@@ -109,6 +109,7 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     void disableUnbuiltCommands();
 
     void openWith(const std::function<void()>& command);
+    void openRecent(const QString& file);
     void mnuExit_Click();
     void saveWith(const std::function<void()>& command);
     void mnuOption_Click(int index);

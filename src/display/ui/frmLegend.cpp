@@ -1,5 +1,6 @@
 #include "display/ui/frmLegend.h"
 
+#include "base/Windows1252.h"
 #include "display/TraceColours.h"
 #include "display/WindowLayout.h"
 #include "platform/qt/CenterForm.h"
@@ -58,6 +59,15 @@ frmLegend::frmLegend(QWidget* mainWindow) : QDialog(mainWindow, Qt::Tool | Qt::W
     const int title = fontMetrics().horizontalAdvance(windowTitle()) * 4; // with room for a desktop's buttons
     setFixedSize(std::max(pixels(last.left + last.width) + 3 + qRound(numberWidth) + margin / 2, title),
                  pixels(last.top + last.height) + margin);
+}
+
+void frmLegend::showNames(const LmbHeader& header) {
+    for (int channel = 0; channel < traceColourCount; ++channel) {
+        const std::string name = labelOf(header, channel) + " (" + channelUnitOf(header, channel) + ")";
+        const QString tip = QString::fromStdString(utf8FromWindows1252(name));
+        for (const char* object : {"shpColour_%1", "lblChannel_%1"})
+            findChild<QWidget*>(QString::fromLatin1(object).arg(channel))->setToolTip(tip);
+    }
 }
 
 /// Centred over the main window when it is loaded, and again after the user closed it.

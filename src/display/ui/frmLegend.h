@@ -1,5 +1,7 @@
 #pragma once
 
+#include "acquisition/records/LmbHeader.h"
+
 #include <QDialog>
 
 namespace tavex2 {
@@ -11,6 +13,9 @@ class frmLegend final : public QDialog {
 
   public:
     explicit frmLegend(QWidget* mainWindow);
+
+    /// Tells labels and units in the tool tips.
+    void showNames(const LmbHeader& header);
 
   Q_SIGNALS:
     /// The user closed the window by its close box or by Escape.

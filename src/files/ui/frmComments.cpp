@@ -1,7 +1,6 @@
 #include "files/ui/frmComments.h"
 
 #include "platform/qt/CenterForm.h"
-#include "platform/qt/InputBox.h"
 #include "platform/qt/TextForm.h"
 
 #include <QDateTime>
@@ -84,9 +83,8 @@ void frmComments::addButtons() {
 void frmComments::edit(int row) {
     if (row < 0) return;
     m_grid->setCurrentCell(row, 1);
-    const auto answer = inputBox(this, tr("Enter Comment"), tr("Enter a comment (max. 60 characters)."),
-                                 fromFileText(m_editor.proposal(row)));
-    m_editor.enter(row, toFileText(answer.value_or(QString())));
+    m_editor.enter(row, askFileText(this, tr("Enter Comment"), tr("Enter a comment (max. 60 characters)."),
+                                    m_editor.proposal(row)));
     showLines();
 }
 

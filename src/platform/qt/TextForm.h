@@ -23,6 +23,10 @@ inline std::string toFileText(const QString& text) {
     return windows1252FromUtf8(text.toStdString());
 }
 
+/// Asks for a text that goes into a file; empty after Cancel. The user is told, once for the text, when it has
+/// characters that files cannot hold.
+std::string askFileText(QWidget* form, const QString& title, const QString& prompt, const std::string& proposal);
+
 /// Runs `edit` when Enter or F2 is pressed on a list or grid that has the focus, for those who do not click.
 template <class Edit>
 void whenEntered(QWidget* list, const Edit& edit) {
