@@ -31,13 +31,6 @@ Result<TrialArray> TrialArray::allocate(ElementType type, int rank, int channels
     return array;
 }
 
-template <class T>
-std::span<T> TrialArray::row(int channel) const {
-    assert(channel >= 0 && channel < m_channels && sizeof(T) == elementSize());
-    auto* first = reinterpret_cast<T*>(m_data.get());
-    return {first + static_cast<std::ptrdiff_t>(channel) * m_samples, static_cast<std::size_t>(m_samples)};
-}
-
 std::span<float> TrialArray::floats(int channel) {
     return row<float>(channel);
 }

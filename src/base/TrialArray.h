@@ -3,6 +3,7 @@
 #include "base/Result.h"
 #include "base/SampleMemory.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -39,6 +40,16 @@ class TrialArray {
     std::span<double> doubles(int channel);
     std::span<const double> doubles(int channel) const;
 
+    /// The same for code that is written for either type: T is float or double.
+    template <class T>
+    std::span<T> samplesOf(int channel) {
+        return row<T>(channel);
+    }
+    template <class T>
+    std::span<const T> samplesOf(int channel) const {
+        return row<const T>(channel);
+    }
+
     /// One sample in volts.
     double at(int channel, std::int64_t sample) const;
 
@@ -54,7 +65,11 @@ class TrialArray {
 
   private:
     template <class T>
-    std::span<T> row(int channel) const;
+    std::span<T> row(int channel) const {
+        assert(channel >= 0 && channel < m_channels && sizeof(T) == elementSize());
+        auto* first = reinterpret_cast<T*>(m_data.get());
+        return {first + static_cast<std::ptrdiff_t>(channel) * m_samples, static_cast<std::size_t>(m_samples)};
+    }
 
     ElementType m_type = ElementType::Float64;
     int m_rank = 0;

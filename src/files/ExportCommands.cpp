@@ -31,17 +31,26 @@ void ExportCommands::mnuTab_Click() {
 
 void ExportCommands::mnuLumidor_Click() {
     if (!hasTrial()) return;
+    exportLma("All Files (*.*)|*.*|Lumidor Files (*.lma)|*.lma", 1,
+              [this](const fs::path& to, const WriteOptions& how) { return WriteLma(to, m_state, how); });
+}
+
+void ExportCommands::mnuLumidorO_Click() {
+    exportLma("Lumidor Files (*.lma)|*.lma|All Files (*.*)|*.*", 0,
+              [this](const fs::path& to, const WriteOptions& how) { return WriteOverlayLma(to, m_state, how); });
+}
+
+void ExportCommands::exportLma(const std::string& filter, int filterIndex, const Write& write) {
     FileDialogRequest request;
     request.title = "Save As";
     request.defaultExtension = "lma";
-    request.filter = "All Files (*.*)|*.*|Lumidor Files (*.lma)|*.lma";
-    request.filterIndex = 1;
+    request.filter = filter;
+    request.filterIndex = filterIndex;
     request.folder = pathFromText(m_state.paths.DataDir);
     request.initialName = m_state.TrialName + ".lma";
     const auto path = m_dialogs.askSaveName(request);
     if (!path || path->empty()) return;
-    if (exportTo(*path, [this](const fs::path& to, const WriteOptions& how) { return WriteLma(to, m_state, how); }))
-        m_view.setStatusText("Exported to " + pathText(*path));
+    if (exportTo(*path, write)) m_view.setStatusText("Exported to " + pathText(*path));
 }
 
 void ExportCommands::autosaveTab() {

@@ -11,8 +11,8 @@
 
 namespace tavex2 {
 
-/// The commands that export the current trial as text. A cancelled dialog ends a command silently; a failure is told
-/// and leaves neither half a file nor a changed state. User-interface thread only.
+/// The commands that export the current trial, or the overlaid ones, as text. A cancelled dialog ends a command
+/// silently; a failure is told and leaves neither half a file nor a changed state. User-interface thread only.
 class ExportCommands {
   public:
     ExportCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, FileView& view);
@@ -22,6 +22,9 @@ class ExportCommands {
     /// Asks for a name and writes the table for the sibling analysis program.
     void mnuLumidor_Click();
 
+    /// Asks for a name and writes the average of the overlaid trials for the sibling analysis program.
+    void mnuLumidorO_Click();
+
     /// Saves a finished trial as a table: the command above, or, when the user wants no question, under the trial's
     /// name or the next free one in the data directory, shown in the status bar.
     void autosaveTab();
@@ -30,6 +33,7 @@ class ExportCommands {
     using Write = std::function<Result<void>(const std::filesystem::path&, const WriteOptions&)>;
 
     bool hasTrial();
+    void exportLma(const std::string& filter, int filterIndex, const Write& write);
     bool exportTo(const std::filesystem::path& path, const Write& write);
     WriteOptions options(IfExists ifExists);
     void tellFailure(const std::filesystem::path& path, const Error& error);

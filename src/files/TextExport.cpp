@@ -5,6 +5,7 @@
 #include "base/Windows1252.h"
 #include "files/TextTable.h"
 
+#include <algorithm>
 #include <span>
 #include <string>
 
@@ -30,14 +31,17 @@ struct Facts {
     double allRepeatsSeconds = 0; ///< Repeat x Duration, in single precision
 };
 
-Result<Facts> factsOf(const ProgramState& state) {
-    if (!hasCurrentTrial(state)) return Error{ErrorKind::InvalidValue, "There is no trial to export."};
-    const SamplingSettings& taken = state.trials.CurrentSettings;
+Result<Facts> factsOf(const TrialArray& trial, const SamplingSettings& taken) {
     if (taken.Rate <= 0) return Error{ErrorKind::InvalidValue, "The trial has no sampling rate."};
-    return Facts{.channels = state.trials.CurrentTrial->channels(),
-                 .samples = state.trials.CurrentTrial->samples(),
+    return Facts{.channels = trial.channels(),
+                 .samples = trial.samples(),
                  .rateHz = static_cast<double>(taken.Rate),
                  .allRepeatsSeconds = static_cast<double>(static_cast<float>(taken.Repeat) * taken.Duration)};
+}
+
+Result<Facts> factsOfCurrentTrial(const ProgramState& state) {
+    if (!hasCurrentTrial(state)) return Error{ErrorKind::InvalidValue, "There is no trial to export."};
+    return factsOf(*state.trials.CurrentTrial, state.trials.CurrentSettings);
 }
 
 std::string tabHead(const Facts& facts, const std::filesystem::path& path) {
@@ -54,11 +58,11 @@ std::string tabHead(const Facts& facts, const std::filesystem::path& path) {
     return head + "\r\n";
 }
 
-std::string lmaHead(const Facts& facts, const std::string& trialName) {
+std::string lmaHead(const Facts& facts, const std::string& trialName, const std::string& kind) {
     // The name stands there twice: the sibling program passes over one line.
     const std::string name = "* " + windows1252FromUtf8(trialName) + ".lma\r\n";
     const std::string rate = fixedDecimal(facts.rateHz, 2);
-    std::string head = name + name + "* Tavex2 data acquisition file\r\n";
+    std::string head = name + name + "* Tavex2 data acquisition " + kind + "\r\n";
     head += "* " + right(rate, 8) + " " + right(fixedDecimal(facts.allRepeatsSeconds, 3), 9) + "\r\n";
     head += "*        0 " + right(std::to_string(facts.samples), 9) + "\r\n";
     head += "* Channel:";
@@ -73,12 +77,45 @@ std::string lmaHead(const Facts& facts, const std::string& trialName) {
     return head + "\r\n";
 }
 
-Result<void> writeTable(const std::filesystem::path& path, const std::string& head, const ProgramState& state,
+constexpr DecimalFormat lmaColumn{.decimals = 4, .width = 10};
+constexpr TableLayout lmaLayout{.time = lmaColumn, .value = lmaColumn, .afterTime = "", .afterValue = ""};
+
+/// The overlays' average as other programs expect it to the last digit: summed up in single precision, in their order.
+Result<TrialArray> averageOf(const OverlaySet& overlays, const SamplingSettings& sampling) {
+    const auto trials = std::span(overlays.OverlayData).first(static_cast<std::size_t>(overlays.OverlayCount));
+    if (trials.empty()) return Error{ErrorKind::InvalidValue, "No trial has been overlaid yet."};
+    if (sampling.NumChannels == 1)
+        return Error{ErrorKind::InvalidValue, "Overlaid trials of one channel cannot be exported to this table, which "
+                                              "needs channels and samples. Export the trials one by one instead."};
+    for (const TrialData& trial : trials)
+        if (!SettingsCompatible(sampling, overlays.OverlaySettings) || trial->channels() != sampling.NumChannels ||
+            trial->samples() != sampling.NumSamples)
+            return Error{ErrorKind::InvalidValue,
+                         "The overlaid trials were taken with other settings than the current ones. Open one of them "
+                         "again and export then, or clear the overlay."};
+
+    Result<TrialArray> average =
+        TrialArray::allocate(ElementType::Float32, 2, sampling.NumChannels, sampling.NumSamples);
+    if (!average) return average;
+    for (int channel = 0; channel < average.value().channels(); ++channel) {
+        const std::span<float> means = average.value().floats(channel);
+        std::ranges::fill(means, 0.0F);
+        for (const TrialData& trial : trials)
+            trial->visitChannel(channel, [means](auto samples) {
+                for (std::size_t i = 0; i < means.size(); ++i)
+                    means[i] = static_cast<float>(static_cast<double>(means[i]) + static_cast<double>(samples[i]));
+            });
+        for (float& mean : means)
+            mean /= static_cast<float>(trials.size());
+    }
+    return average;
+}
+
+Result<void> writeTable(const std::filesystem::path& path, const std::string& head, const TrialArray& trial,
                         const Facts& facts, const TableLayout& layout, const WriteOptions& options) {
     Result<AtomicFile> file = AtomicFile::create(path, options.ifExists);
     if (!file) return file.error();
     if (auto written = file.value().write(std::as_bytes(std::span(head))); !written) return written;
-    const TrialArray& trial = *state.trials.CurrentTrial;
     if (auto written = writeRows(file.value(), trial, facts.rateHz, layout, options.progress); !written) return written;
     return file.value().commit();
 }
@@ -86,25 +123,35 @@ Result<void> writeTable(const std::filesystem::path& path, const std::string& he
 } // namespace
 
 Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, const WriteOptions& options) {
-    const Result<Facts> facts = factsOf(state);
+    const Result<Facts> facts = factsOfCurrentTrial(state);
     if (!facts) return facts.error();
+    const TrialData trial = state.trials.CurrentTrial; // kept while the callback lets other things happen
     // The one value of a one-channel row has nothing behind it.
     const TableLayout layout{.time = {.decimals = 6},
                              .value = {.decimals = 5},
                              .afterTime = "\t",
                              .afterValue = facts.value().channels > 1 ? "\t" : ""};
     const std::filesystem::path whole = std::filesystem::absolute(path);
-    Result<void> written = writeTable(path, tabHead(facts.value(), whole), state, facts.value(), layout, options);
+    Result<void> written = writeTable(path, tabHead(facts.value(), whole), *trial, facts.value(), layout, options);
     if (written) state.flags.TrialNotSaved = false;
     return written;
 }
 
 Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& state, const WriteOptions& options) {
-    const Result<Facts> facts = factsOf(state);
+    const Result<Facts> facts = factsOfCurrentTrial(state);
     if (!facts) return facts.error();
-    const DecimalFormat column{.decimals = 4, .width = 10};
-    const TableLayout layout{.time = column, .value = column, .afterTime = "", .afterValue = ""};
-    return writeTable(path, lmaHead(facts.value(), state.TrialName), state, facts.value(), layout, options);
+    const TrialData trial = state.trials.CurrentTrial;
+    return writeTable(path, lmaHead(facts.value(), state.TrialName, "file"), *trial, facts.value(), lmaLayout, options);
+}
+
+Result<void> WriteOverlayLma(const std::filesystem::path& path, const ProgramState& state,
+                             const WriteOptions& options) {
+    const Result<TrialArray> average = averageOf(state.overlays, state.settings.sampling);
+    if (!average) return average.error();
+    const Result<Facts> facts = factsOf(average.value(), state.settings.sampling);
+    if (!facts) return facts.error();
+    return writeTable(path, lmaHead(facts.value(), state.TrialName, "overlay file"), average.value(), facts.value(),
+                      lmaLayout, options);
 }
 
 } // namespace tavex2

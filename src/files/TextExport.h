@@ -21,4 +21,11 @@ Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, co
 /// asterisk, then time and values (four decimals).
 Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& state, const WriteOptions& options = {});
 
+/// The same table of the overlay set's average; the third line of its head says so. Values are means of single
+/// precision, summed up in the set's order. Channels, samples, rate and duration are those of the current settings,
+/// which must lie within the overlays' arrays. Errors besides those above: InvalidValue when the set is empty, for
+/// overlays of one channel, which have no second index, and for settings that do not fit the overlays.
+Result<void> WriteOverlayLma(const std::filesystem::path& path, const ProgramState& state,
+                             const WriteOptions& options = {});
+
 } // namespace tavex2

@@ -8,7 +8,6 @@
 #include <span>
 #include <string_view>
 #include <thread>
-#include <type_traits>
 #include <vector>
 
 namespace tavex2 {
@@ -47,10 +46,7 @@ class RowMaker {
         const auto channels = static_cast<std::size_t>(m_trial.channels());
         std::vector<std::span<const T>> samples(channels);
         for (std::size_t channel = 0; channel < channels; ++channel)
-            if constexpr (std::is_same_v<T, float>)
-                samples[channel] = m_trial.floats(static_cast<int>(channel));
-            else
-                samples[channel] = m_trial.doubles(static_cast<int>(channel));
+            samples[channel] = m_trial.samplesOf<T>(static_cast<int>(channel));
 
         std::vector<double> values(channels);
         std::size_t used = 0;

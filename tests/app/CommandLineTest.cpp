@@ -295,6 +295,77 @@ TEST_F(CommandLineTest, ShowGivesTheHeaderAndTheChannels) {
     EXPECT_THAT(stdOut.str(), AllOf(HasSubstr("Tavex2 analog data file."), HasSubstr("Channel 02")));
 }
 
+TEST_F(CommandLineTest, MeasureGivesTheReadingsOfAStretch) {
+    ASSERT_EQ(collect({}), 0);
+    const std::string file = (out / "Trial0001.lmb").string();
+    ASSERT_EQ(run({"measure", file, "--from", "0.105", "--to", "0.5", "--json"}), 0) << stdErr.str();
+    const auto json = nlohmann::json::parse(stdOut.str());
+    EXPECT_EQ(json.at("Channel"), 0);
+    EXPECT_DOUBLE_EQ(json.at("from"), 0.11) << "the first sample inside";
+    EXPECT_DOUBLE_EQ(json.at("to"), 0.5);
+    EXPECT_DOUBLE_EQ(json.at("Interval"), 0.39);
+    EXPECT_EQ(json.at("Minimum"), static_cast<double>(volts(11)));
+    EXPECT_EQ(json.at("Maximum"), static_cast<double>(volts(50)));
+    EXPECT_EQ(json.at("PeakToPeak"), static_cast<double>(volts(50)) - static_cast<double>(volts(11)));
+    // A straight line: the mean of the stretch times its samples.
+    EXPECT_NEAR(json.at("Integral"), static_cast<double>(volts(11) + volts(50)) / 2 * 40 / 100, 1e-6);
+
+    ASSERT_EQ(run({"measure", file, "--channel", "2", "--rectify"}), 0);
+    EXPECT_THAT(stdOut.str(), AllOf(HasSubstr("Trial0001\tChannel 02\tV\t0.0000\t1.0000\t1.0000\t0.0"),
+                                    HasSubstr("Peak-to-Peak (V)")));
+}
+
+TEST_F(CommandLineTest, MeasureSaysWhatItCannotMeasure) {
+    ASSERT_EQ(collect({}), 0);
+    const std::string file = (out / "Trial0001.lmb").string();
+    for (const auto& [arguments, said] : std::vector<std::pair<std::vector<std::string>, std::string>>{
+             {{"--channel", "3"}, "no channel 3"},
+             {{"--channel", "-1"}, "no channel -1"},
+             {{"--from", "0.5", "--to", "0.4"}, "behind --to"},
+             {{"--from", "0.501", "--to", "0.502"}, "no sample between"},
+             {{"--from", "7"}, "behind --to"},
+             {{"--from", "7", "--to", "8"}, "no sample between"}}) {
+        std::vector<std::string> all{"measure", file};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        EXPECT_EQ(run(all), 1);
+        EXPECT_THAT(errorLine(), HasSubstr(said));
+    }
+}
+
+TEST_F(CommandLineTest, OverlayWritesTheMeanOfTrials) {
+    ASSERT_EQ(collect({"--trials", "2"}), 0);
+    const std::string first = (out / "Trial0001.lmb").string();
+    const std::string second = (out / "Trial0002.lmb").string();
+    const fs::path table = out / "mean.lma";
+    ASSERT_EQ(run({"overlay", first, second, table.string()}), 0) << stdErr.str();
+    const std::string text = bytesOf(table);
+    EXPECT_THAT(text, testing::StartsWith("* Trial0002.lma\r\n* Trial0002.lma\r\n"
+                                          "* Tavex2 data acquisition overlay file\r\n"));
+    EXPECT_EQ(std::ranges::count(text, '\n'), 8 + 101);
+
+    EXPECT_EQ(run({"overlay", first, second, (out / "mean.lmb").string()}), 1);
+    EXPECT_THAT(errorLine(), HasSubstr("does not end in .lma"));
+    ASSERT_EQ(collect({"--set", "Duration=0.5"}), 0);
+    EXPECT_EQ(run({"overlay", first, (out / "Trial0001 (2).lmb").string(), table.string()}), 1);
+    EXPECT_THAT(errorLine(), AllOf(HasSubstr("Trial0001 (2).lmb"), HasSubstr("properties are not the same")));
+    EXPECT_EQ(bytesOf(table), text) << "a refused overlay leaves the table alone";
+    EXPECT_EQ(run({"overlay", first}), 2);
+}
+
+TEST_F(CommandLineTest, OverlayRefusesTrialsOfOneChannel) {
+    ASSERT_EQ(collect({"--set", "Channels=0"}), 0);
+    EXPECT_EQ(run({"overlay", (out / "Trial0001.lmb").string(), (out / "m.lma").string()}), 1);
+    EXPECT_THAT(errorLine(), HasSubstr("one channel"));
+    EXPECT_FALSE(fs::exists(out / "m.lma"));
+}
+
+TEST_F(CommandLineTest, CollectWritesStimulusFilesToo) {
+    ASSERT_EQ(collect({"--format", "plv"}), 0);
+    ASSERT_EQ(collect({"--format", "plv"}), 0);
+    EXPECT_THAT(filesWritten(), ElementsAre("Trial0001 (2).plv", "Trial0001.plv"));
+    EXPECT_EQ(bytesOf(out / "Trial0001.plv"), bytesOf(out / "Trial0001 (2).plv"));
+}
+
 TEST_F(CommandLineTest, ShowAndPlotTakeStimulusFiles) {
     ASSERT_EQ(collect({}), 0);
     const std::string file = (out / "t.plv").string();

@@ -1,9 +1,9 @@
 #include "files/ExportCommands.h"
 
 #include "files/TextExport.h"
-#include "files/Trials.h"
 #include "support/Fakes.h"
 #include "support/TemporaryFolder.h"
+#include "support/Trials.h"
 
 #include <gmock/gmock.h>
 
@@ -58,6 +58,27 @@ TEST_F(ExportCommandsTest, TheTableForTheSiblingIsAskedForAndWritten) {
     EXPECT_TRUE(bytesOf(m_folder / "Arm.lma").starts_with("* Trial0001.lma\r\n* Trial0001.lma\r\n"));
     EXPECT_TRUE(m_state.flags.TrialNotSaved);
     EXPECT_EQ(m_state.LastTabExport, "");
+}
+
+TEST_F(ExportCommandsTest, TheOverlaysGoIntoTheirOwnTable) {
+    m_state.overlays.OverlayData = {trialOf({{1, 2}, {3, 4}}), trialOf({{5, 6}, {7, 8}})};
+    m_state.overlays.OverlayCount = 2;
+    m_state.trials.CurrentSettings.NumChannels = 2;
+    m_state.trials.CurrentSettings.NumSamples = 2;
+    m_state.settings.sampling = m_state.overlays.OverlaySettings = m_state.trials.CurrentSettings;
+    m_dialogs.answers = {m_folder / "Mean.lma", fs::path("/proc/t.lma")};
+    m_export.mnuLumidorO_Click();
+    const FileDialogRequest& asked = m_dialogs.asked.at(0);
+    EXPECT_EQ(asked.title, "Save As");
+    EXPECT_EQ(asked.defaultExtension, "lma");
+    EXPECT_EQ(asked.filter, "Lumidor Files (*.lma)|*.lma|All Files (*.*)|*.*");
+    EXPECT_EQ(asked.filterIndex, 0) << "the first entry";
+    EXPECT_EQ(asked.initialName, "Trial0001.lma");
+    EXPECT_THAT(bytesOf(m_folder / "Mean.lma"), HasSubstr("    0.0000    3.0000    5.0000\r\n"));
+    EXPECT_THAT(m_view.status, HasSubstr("Mean.lma"));
+    m_export.mnuLumidorO_Click();
+    ASSERT_EQ(m_messages.shown.size(), 1U);
+    EXPECT_THAT(m_messages.shown[0].text, testing::StartsWith("Error saving /proc/t.lma\n"));
 }
 
 TEST_F(ExportCommandsTest, CancelIsSilent) {

@@ -1,8 +1,8 @@
 #include "base/Windows1252.h"
 #include "files/FileIO.h"
 #include "files/Import.h"
-#include "files/Trials.h"
 #include "support/TemporaryFolder.h"
+#include "support/Trials.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

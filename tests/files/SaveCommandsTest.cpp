@@ -1,9 +1,9 @@
 #include "files/SaveCommands.h"
 
 #include "files/Import.h"
-#include "files/Trials.h"
 #include "support/Fakes.h"
 #include "support/TemporaryFolder.h"
+#include "support/Trials.h"
 
 #include <gmock/gmock.h>
 

@@ -2,9 +2,9 @@
 
 #include "base/LittleEndian.h"
 #include "files/StimulusCommands.h"
-#include "files/Trials.h"
 #include "support/Fakes.h"
 #include "support/TemporaryFolder.h"
+#include "support/Trials.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 #include "files/TextExport.h"
 
 #include "base/Decimal.h"
-#include "files/Trials.h"
 #include "support/TemporaryFolder.h"
+#include "support/Trials.h"
 
 #include <gmock/gmock.h>
 
@@ -125,6 +125,57 @@ TEST_F(TextExportTest, AFailureOrACancelLeavesTheOldFileAndTheState) {
     EXPECT_FALSE(WriteLma(m_folder / "missing" / "t.lma", m_state));
     EXPECT_FALSE(WriteTab("/proc/t.tab", m_state));
     EXPECT_TRUE(m_state.flags.TrialNotSaved);
+}
+
+/// Makes trials the overlays, and what they were taken with the current settings.
+void overlay(ProgramState& state, const std::vector<TrialData>& trials) {
+    collect(state, trials.front());
+    state.settings.sampling = state.trials.CurrentSettings;
+    state.overlays.OverlaySettings = state.trials.CurrentSettings;
+    state.overlays.OverlayCount = static_cast<std::int16_t>(trials.size());
+    std::ranges::copy(trials, state.overlays.OverlayData.begin());
+}
+
+TEST_F(TextExportTest, AnOverlayFileHoldsTheMeanInSinglePrecision) {
+    m_state.TrialName = "Arm0003";
+    // 0.1 and 0.2 in single precision, and a sum that single precision rounds: 16777216 + 1 + 1 = 16777216.
+    overlay(m_state, {trialOf({{0.1, 1}, {16777216, -1.5}}), trialOf({{0.2, 2}, {1, -1.5}}),
+                      trialOf({{0.3, 3.00012}, {1, -1.5}}, ElementType::Float32)});
+    m_state.settings.sampling.Duration = m_state.overlays.OverlaySettings.Duration = 0.002F;
+    m_state.settings.sampling.Repeat = 2;
+    ASSERT_TRUE(WriteOverlayLma(m_path, m_state));
+    EXPECT_EQ(bytesOf(m_path), "* Arm0003.lma\r\n* Arm0003.lma\r\n"
+                               "* Tavex2 data acquisition overlay file\r\n"
+                               "*  1000.00     0.004\r\n"
+                               "*        0         2\r\n"
+                               "* Channel:         0         1\r\n"
+                               "* Time    Chan 0    Chan 1    \r\n"
+                               "*  1000.00  1000.000  1000.000\r\n"
+                               "    0.0000    0.20005592405.5000\r\n"
+                               "    0.0010    2.0000   -1.5000\r\n");
+}
+
+TEST_F(TextExportTest, WhatIsNoSetOfOverlaysIsNotExported) {
+    const auto said = [this] {
+        const auto written = WriteOverlayLma(m_path, m_state);
+        EXPECT_FALSE(std::filesystem::exists(m_path));
+        return written ? std::string("written") : written.error().text;
+    };
+    EXPECT_THAT(said(), testing::HasSubstr("No trial has been overlaid"));
+    overlay(m_state, {trialOf({{1, 2}})});
+    EXPECT_THAT(said(), testing::HasSubstr("one channel"));
+    overlay(m_state, {trialOf({{1, 2}}, ElementType::Float64, 1)});
+    EXPECT_THAT(said(), testing::HasSubstr("one channel"));
+    overlay(m_state, {trialOf({{1, 2}, {3, 4}})});
+    for (const std::int32_t samples : {1, 3}) {
+        m_state.settings.sampling.NumSamples = samples; // as a collection with another duration leaves it
+        EXPECT_THAT(said(), testing::HasSubstr("other settings"));
+    }
+    m_state.settings.sampling = m_state.overlays.OverlaySettings;
+    m_state.settings.sampling.Rate = 500;
+    EXPECT_THAT(said(), testing::HasSubstr("other settings"));
+    overlay(m_state, {trialOf({{1, 2}, {3, 4}}), trialOf({{1}, {3}})}); // cannot happen, and is not read past its end
+    EXPECT_THAT(said(), testing::HasSubstr("other settings"));
 }
 
 TEST_F(TextExportTest, WithoutATrialThereIsNothingToExport) {

@@ -1,9 +1,9 @@
 #include "files/FileIO.h"
 #include "files/Import.h"
 #include "files/LmbLayout.h"
-#include "files/Trials.h"
 #include "files/WriteLimit.h"
 #include "support/TemporaryFolder.h"
+#include "support/Trials.h"
 
 #include <gmock/gmock.h>
 #include <rapidcheck/gtest.h>

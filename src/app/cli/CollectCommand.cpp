@@ -14,6 +14,7 @@
 #include "files/FileIO.h"
 #include "files/FreeName.h"
 #include "files/LmbLayout.h"
+#include "files/StimulusFile.h"
 #include "files/TextExport.h"
 #include "platform/AnalogInput.h"
 #include "platform/ChannelList.h"
@@ -104,8 +105,9 @@ class SavingSink final : public TrialSink {
     Result<fs::path> write(const std::string& format) {
         if (format == "lmb") return WriteLmbToFreeName(m_folder, m_state, localTimeNow());
         return writeToFreeName(m_folder, m_state.TrialName, "." + format, [&](const fs::path& path) {
-            return format == "tab" ? WriteTab(path, m_state, {IfExists::Refuse, {}})
-                                   : WriteLma(path, m_state, {IfExists::Refuse, {}});
+            if (format == "tab") return WriteTab(path, m_state, {IfExists::Refuse, {}});
+            if (format == "lma") return WriteLma(path, m_state, {IfExists::Refuse, {}});
+            return WritePlv(path, m_state); // the name was free just now
         });
     }
 

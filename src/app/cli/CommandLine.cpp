@@ -5,6 +5,8 @@
 #include "app/cli/CollectCommand.h"
 #include "app/cli/ConsoleRun.h"
 #include "app/cli/ConvertCommand.h"
+#include "app/cli/MeasureCommand.h"
+#include "app/cli/OverlayCommand.h"
 #include "app/cli/PlotCommand.h"
 #include "app/cli/ShowCommand.h"
 #include "app/cli/ToneCommand.h"
@@ -74,8 +76,8 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     collectCommand->add_option("--trials", collect.trials, "Number of collections, one after the other")
         ->check(CLI::Range(1, 9999));
     collectCommand->add_option("--out", collect.folder, "Folder for the trial files; it must exist")->type_name("DIR");
-    collectCommand->add_option("--format", collect.formats, "File format: lmb, tab or lma; repeatable")
-        ->check(CLI::IsMember({"lmb", "tab", "lma"}))
+    collectCommand->add_option("--format", collect.formats, "File format: lmb, tab, lma or plv; repeatable")
+        ->check(CLI::IsMember({"lmb", "tab", "lma", "plv"}))
         ->allow_extra_args(false);
     collectCommand->add_flag("--fast", collect.fast, "Let a simulated or recorded board deliver as fast as it can");
     collectCommand->add_option("--plot", collect.plot, "Draw the last trial into this PNG file")->type_name("F.png");
@@ -86,14 +88,30 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     convertCommand->add_option("IN", convert.from, "A .lmb or .plv file")->required();
     convertCommand->add_option("OUT", convert.to, "The .lmb, .plv, .tab or .lma file to write")->required();
 
+    OverlayRequest overlay;
+    CLI::App* overlayCommand =
+        app.add_subcommand("overlay", "Write the average of up to 16 trials of the same shape as a table");
+    overlayCommand->add_option("FILES", overlay.files, "The trial files, and last the .lma file to write")
+        ->required()
+        ->expected(2, 1000);
+
+    MeasureRequest measure;
+    CLI::App* measureCommand = app.add_subcommand("measure", "Measure a channel of a trial between two times");
+    measureCommand->add_option("FILE", measure.file, "A .lmb or .plv file")->required();
+    measureCommand->add_option("--channel", measure.channel, "The channel, counted from 0");
+    measureCommand->add_option("--from", measure.from, "Start in seconds; without it the first sample");
+    measureCommand->add_option("--to", measure.to, "End in seconds; without it the last sample");
+    measureCommand->add_flag("--rectify", measure.rectify, "Measure the absolute values");
+    measureCommand->add_flag("--json", measure.json, "Print as JSON");
+
     ShowRequest show;
     CLI::App* showCommand = app.add_subcommand("show", "Print what a trial file or a setup file holds");
-    showCommand->add_option("FILE", show.file, "A .lmb or .set file")->required();
+    showCommand->add_option("FILE", show.file, "A .lmb, .plv or .set file")->required();
     showCommand->add_flag("--json", show.json, "Print as JSON");
 
     PlotRequest plot;
     CLI::App* plotCommand = app.add_subcommand("plot", "Draw a trial file into a picture");
-    plotCommand->add_option("FILE", plot.file, "A .lmb file")->required();
+    plotCommand->add_option("FILE", plot.file, "A .lmb or .plv file")->required();
     plotCommand->add_option("PICTURE", plot.picture, "The PNG file to write")->required();
     plotCommand->add_option("--width", plot.widthPixels, "Width in pixels")->check(CLI::Range(100, 20000));
     plotCommand->add_option("--height", plot.heightPixels, "Height in pixels")->check(CLI::Range(100, 20000));
@@ -123,6 +141,8 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
 
     if (*collectCommand) return {collectTrials(collect, services), std::nullopt};
     if (*convertCommand) return {report(convertFile(convert), services.err), std::nullopt};
+    if (*overlayCommand) return {report(overlayFiles(overlay), services.err), std::nullopt};
+    if (*measureCommand) return {report(measureFile(measure, services.out), services.err), std::nullopt};
     if (*showCommand) return {report(showFile(show, services.out), services.err), std::nullopt};
     if (*plotCommand) return {report(plotFile(plot, services.drawPicture), services.err), std::nullopt};
     if (*toneCommand) return {report(writeToneFile(tone), services.err), std::nullopt};

@@ -85,6 +85,7 @@ struct WindowProgram::Parts {
     StimulusCommands stimulusFiles{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     OpenCommands open{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     SetupCommands setup{state, analogInput, dialogs, messages, window};
+    OverlayCommands overlays{state, messages, [this] { window.UpdateMenus(); }};
     AutosaveSink sink{save, exports};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
     RunController run{state,
@@ -146,6 +147,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
                                   .open = parts.open,
                                   .save = parts.save,
                                   .exports = parts.exports,
+                                  .overlays = parts.overlays,
                                   .stimulusFiles = parts.stimulusFiles,
                                   .setup = parts.setup,
                                   .setupServices = {.analogInput = parts.analogInput,

@@ -2,7 +2,9 @@
 
 #include "acquisition/RunController.h"
 #include "acquisition/ui/frmProperties.h"
+#include "analysis/ui/frmInfo.h"
 #include "analysis/ui/frmLabels.h"
+#include "analysis/ui/frmOverlay.h"
 #include "app/MenuState.h"
 #include "app/ui/FileWork.h"
 #include "app/ui/RecentFilesMenu.h"
@@ -153,6 +155,12 @@ void frmMain::connectFileAndDataCommands() {
     on({m_ui->mnuRealTime, m_ui->tbRealtime}, [&run] { run.mnuRealTime_Click(); });
     on({m_ui->tbStop}, [&run] { run.Stop(); });
     on({m_ui->mnuClearAverage}, [&run] { run.mnuClearAverage_Click(); });
+    OverlayCommands& overlays = m_commands->overlays;
+    on({m_ui->mnuOverlay}, [&overlays] { overlays.mnuOverlay_Click(); });
+    on({m_ui->mnuClear}, [&overlays] { overlays.mnuClear_Click(); });
+    on({m_ui->mnuViewOverlay}, [this] { mnuViewOverlay_Click(); });
+    on({m_ui->mnuLumidorO}, [this, &exports] { saveWith([&exports] { exports.mnuLumidorO_Click(); }); });
+    on({m_ui->mnuInfo, m_ui->tbInformation}, [this] { mnuInfo_Click(); });
     connect(m_waiting, &frmWaiting::stopRequested, this, [&run] { run.Stop(); });
 }
 
@@ -281,6 +289,11 @@ void frmMain::UpdateMenus() {
     m_ui->tbSave->setEnabled(menus.dataCommands);
     m_ui->tbSaveAs->setEnabled(menus.dataCommands);
     m_ui->tbZoom->setEnabled(menus.dataCommands);
+    m_ui->mnuInfo->setEnabled(menus.dataCommands);
+    m_ui->tbInformation->setEnabled(menus.dataCommands);
+    m_ui->mnuOverlay->setEnabled(menus.overlay);
+    for (QAction* action : {m_ui->mnuViewOverlay, m_ui->mnuClear})
+        action->setEnabled(menus.overlayCommands);
     m_ui->mnuExportOverlay->setEnabled(menus.overlayCommands);
     m_ui->mnuLegend->setChecked(menus.legendChecked);
     setStatusText("Ready");
@@ -289,6 +302,17 @@ void frmMain::UpdateMenus() {
 
 void frmMain::UpdateCaption() {
     setCaption(captionFor(m_state));
+}
+
+void frmMain::mnuInfo_Click() {
+    if (hasCurrentTrial(m_state))
+        frmInfo(m_state, m_graphs->cwG(), this).exec();
+    else
+        setStatusText("There is no trial to measure. Collect or open one first.");
+}
+
+void frmMain::mnuViewOverlay_Click() {
+    frmOverlay(m_state, m_graphs->cwG(), this).exec();
 }
 
 void frmMain::editComments() {

@@ -4,6 +4,7 @@
 #include "acquisition/SetupCommands.h"
 #include "acquisition/SetupDialog.h"
 #include "acquisition/records/ProgramState.h"
+#include "analysis/OverlayCommands.h"
 #include "files/ExportCommands.h"
 #include "files/FileView.h"
 #include "files/OpenCommands.h"
@@ -43,6 +44,7 @@ struct MainCommands {
     OpenCommands& open;
     SaveCommands& save;
     ExportCommands& exports;
+    OverlayCommands& overlays;
     StimulusCommands& stimulusFiles;
     SetupCommands& setup;
     SetupServices setupServices;
@@ -111,6 +113,8 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     void openWith(const std::function<void()>& command);
     void openRecent(const QString& file);
     void mnuExit_Click();
+    void mnuInfo_Click();
+    void mnuViewOverlay_Click();
     void saveWith(const std::function<void()>& command);
     void mnuOption_Click(int index);
     void mnuLastTrial_Click();

@@ -29,6 +29,8 @@ class GraphsPanel final : public QWidget {
     /// Gives the graphs their context menu; called once, the services outlive the panel.
     void offerPictures(FileDialogs& dialogs, Messages& messages);
 
+    /// The current trial's graph.
+    const CWGraph& cwG() const { return m_cwG; }
     GraphControls controls() { return {m_cwG, m_cwGLast, m_cwGAvg}; }
 
     void RedrawTrials() { m_trials.RedrawTrials(m_state); }

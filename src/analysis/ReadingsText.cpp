@@ -1,0 +1,47 @@
+#include "analysis/ReadingsText.h"
+
+#include "base/Decimal.h"
+
+#include <cmath>
+#include <initializer_list>
+#include <string_view>
+
+namespace tavex2 {
+
+namespace {
+
+std::string row(std::initializer_list<std::string_view> cells) {
+    std::string text;
+    for (const std::string_view cell : cells) {
+        if (!text.empty()) text += '\t';
+        text += cell;
+    }
+    return text + '\n';
+}
+
+} // namespace
+
+ReadingTexts textsOf(double cursor1, double cursor2, const std::optional<Readings>& readings) {
+    ReadingTexts texts;
+    texts.cursor1 = fixedDecimal(cursor1, 4);
+    texts.cursor2 = fixedDecimal(cursor2, 4);
+    texts.interval = fixedDecimal(std::abs(cursor2 - cursor1), 4);
+    if (readings) {
+        texts.integral = fixedDecimal(readings->Integral, 7);
+        texts.minimum = fixedDecimal(readings->Minimum, 4);
+        texts.maximum = fixedDecimal(readings->Maximum, 4);
+        texts.peakToPeak = fixedDecimal(readings->peakToPeak(), 4);
+    }
+    return texts;
+}
+
+std::string readingsTable(const std::vector<ReadingsLine>& lines) {
+    std::string table = row({"Trial", "Channel", "Unit", "Cursor 1 (s)", "Cursor 2 (s)", "Interval (s)", "Minimum (V)",
+                             "Maximum (V)", "Peak-to-Peak (V)", "Integral (V s)"});
+    for (const ReadingsLine& line : lines)
+        table += row({line.trial, line.channel, line.unit, line.texts.cursor1, line.texts.cursor2, line.texts.interval,
+                      line.texts.minimum, line.texts.maximum, line.texts.peakToPeak, line.texts.integral});
+    return table;
+}
+
+} // namespace tavex2

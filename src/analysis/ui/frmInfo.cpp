@@ -1,0 +1,41 @@
+#include "analysis/ui/frmInfo.h"
+
+namespace tavex2 {
+
+frmInfo::frmInfo(const ProgramState& state, const CWGraph& mainGraph, QWidget* mainWindow)
+    : MeasuringForm(QStringLiteral("frmInfo"), tr("Infomation"), mainWindow), m_trial(state.trials.CurrentTrial),
+      m_rateHz(state.trials.CurrentSettings.Rate), m_trialName(state.TrialName), m_header(state.header) {
+    fillChannels(m_trial->channels(), m_header);
+    cbChannels_Click();
+    takeLimits(mainGraph, state.settings.setup.DisplayAutoScale);
+    putCursorsAtEnds(m_rateHz);
+    CursorChange();
+}
+
+void frmInfo::cbChannels_Click() {
+    plot(ExtractChannel(m_trial, channel(), rectified()), m_rateHz);
+    m_measures = graph().pyramid() ? ChannelMeasures(graph().pyramid(), 0, m_rateHz) : ChannelMeasures();
+    CursorChange();
+}
+
+std::optional<Readings> frmInfo::measure() const {
+    return MeasureBetweenCursors(m_measures, cursors().sample(0), cursors().sample(1));
+}
+
+Result<std::vector<ReadingsLine>> frmInfo::copiedLines() {
+    return std::vector{lineOf(m_trialName, channel(), m_header, measure())};
+}
+
+Result<std::vector<ReadingsLine>> frmInfo::copiedLinesOfAllChannels() {
+    std::vector<ReadingsLine> lines;
+    for (int each = 0; each < m_trial->channels(); ++each) {
+        const Result<TrialData> row = ExtractChannel(m_trial, each, rectified());
+        if (!row) return row.error();
+        const ChannelMeasures measures(std::make_shared<const TrialPyramid>(row.value()), 0, m_rateHz);
+        lines.push_back(lineOf(m_trialName, each, m_header,
+                               MeasureBetweenCursors(measures, cursors().sample(0), cursors().sample(1))));
+    }
+    return lines;
+}
+
+} // namespace tavex2
