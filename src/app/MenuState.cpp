@@ -7,6 +7,7 @@ MenuState menuState(const ProgramState& state) {
     return {.dataCommands = flags.DataPresent,
             .overlay = flags.DataPresent && !flags.AddedToOverlays,
             .overlayCommands = state.overlays.OverlayCount > 0,
+            .digital = !state.DataFile.empty(),
             .legendChecked = flags.LegendShown};
 }
 

@@ -11,6 +11,7 @@ struct MenuState {
     bool dataCommands = false;    ///< mnuSave, mnuSaveAs, mnuExport, mnuInfo, "Save", "Zoom", "Lumidor2", "Information"
     bool overlay = false;         ///< mnuOverlay
     bool overlayCommands = false; ///< mnuExportOverlay, mnuViewOverlay, mnuClear
+    bool digital = false;         ///< mnuDigital; worked out when the View menu opens
     bool legendChecked = false;   ///< mnuLegend
 };
 

@@ -98,7 +98,7 @@ void ExportCommands::tellFailure(const fs::path& path, const Error& error) {
 }
 
 void ExportCommands::enterTab(const fs::path& path) {
-    m_state.LastTabExport = pathText(fs::absolute(path));
+    m_state.LastTabExport = m_state.DataFile = pathText(fs::absolute(path));
     m_view.setStatusText("Exported to " + m_state.LastTabExport);
 }
 

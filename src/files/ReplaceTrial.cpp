@@ -29,6 +29,7 @@ void enterTrialOfFile(ProgramState& state, TrialArray samples, const std::filesy
     state.TrialName = pathText(path.stem());
     state.LastSavedName = state.TrialName + extension;
     rememberFile(state.paths, path);
+    state.DataFile = pathText(path);
     state.flags.DataPresent = true;
     state.flags.Unsaved = false;
     state.flags.TrialNotSaved = false;

@@ -93,6 +93,9 @@ TEST(MenuStateTest, DataCommandsNeedDataAndOverlayCommandsAnOverlay) {
     EXPECT_FALSE(menuState(state).overlay);
     state.overlays.OverlayCount = 1;
     EXPECT_TRUE(menuState(state).overlayCommands);
+    EXPECT_FALSE(menuState(state).digital);
+    state.DataFile = "/d/a.lmb";
+    EXPECT_TRUE(menuState(state).digital);
     state.flags.LegendShown = true;
     EXPECT_TRUE(menuState(state).legendChecked);
 }

@@ -36,8 +36,10 @@ TEST_F(MainWindowTest, EveryCommandHasANameATextAndATip) {
         if (each->isSeparator() || each->menu() != nullptr || each->text().isEmpty()) continue;
         EXPECT_FALSE(each->objectName().isEmpty()) << each->text().toStdString();
         EXPECT_FALSE(each->toolTip().isEmpty()) << each->objectName().toStdString();
-        const QStringList waiting{QStringLiteral("tbStop"), QStringLiteral("tbZoom"), QStringLiteral("tbPan"),
-                                  QStringLiteral("mnuMousePans")};
+        const QStringList waiting{
+            QStringLiteral("tbStop"),       QStringLiteral("tbZoom"),   QStringLiteral("tbPan"),
+            QStringLiteral("mnuMousePans"), QStringLiteral("mnuInfo"),  QStringLiteral("tbInformation"),
+            QStringLiteral("mnuOverlay"),   QStringLiteral("mnuClear"), QStringLiteral("mnuViewOverlay")};
         const bool waitsForState =
             each->objectName().contains(QLatin1String("Save")) || waiting.contains(each->objectName());
         EXPECT_TRUE(each->isEnabled() || waitsForState ||
@@ -328,6 +330,27 @@ TEST_F(MainWindowTest, ASavedTrialIsOpenedAgain) {
     EXPECT_EQ(status(), QStringLiteral("Opened file: First.lmb"));
     EXPECT_EQ(plots("cwG"), 2);
     EXPECT_NE(second, window().windowTitle());
+}
+
+TEST_F(MainWindowTest, TheSpreadsheetItemWaitsForAFile) {
+    start();
+    auto& view = child<QMenu>("mnuView");
+    Q_EMIT view.aboutToShow();
+    EXPECT_FALSE(action("mnuDigital").isEnabled());
+    collect();
+    saveAs(QString::fromStdString((folder / "First.lmb").string()));
+    WhenDialogOpens read("MessageBox", [](QWidget& box) { press(box, QMessageBox::Ok); });
+    window().openFile(folder / "First.lmb");
+    ASSERT_TRUE(read.opened());
+    Q_EMIT view.aboutToShow();
+    ASSERT_TRUE(action("mnuDigital").isEnabled());
+    WhenDialogOpens told("MessageBox", [](QWidget& box) {
+        EXPECT_EQ(dynamic_cast<QMessageBox&>(box).text(),
+                  QStringLiteral("You must Export your current data first to a tab-delimited file."));
+        press(box, QMessageBox::Ok);
+    });
+    action("mnuDigital").trigger();
+    EXPECT_TRUE(told.opened());
 }
 
 TEST_F(MainWindowTest, TheFileMenuListsRecentFiles) {

@@ -91,6 +91,8 @@ TEST_F(MeasuringWindowsTest, TheInformationWindowMeasuresTheWholeTrialAtFirst) {
         EXPECT_EQ(box(form, "txtInterval"), QStringLiteral("0.5000"));
         for (const int channel : {0, 1}) {
             channels.setCurrentIndex(channel);
+            EXPECT_LE(graphOf(form).yMinimum(), graphOf(form).pyramid()->whole().lowest) << "it fits each channel";
+            EXPECT_GE(graphOf(form).yMaximum(), graphOf(form).pyramid()->whole().highest);
             expectReadings(form, ExtractChannel(trial, channel, false).value(), 1000);
         }
         form.findChild<QCheckBox*>(QStringLiteral("chkRectify"))->click();
@@ -194,6 +196,10 @@ TEST_F(MeasuringWindowsTest, OverlaidTrialsAreShownAveragedAndCleared) {
         EXPECT_EQ(form.windowTitle(), QStringLiteral("Overlays"));
         auto& names = *form.findChild<QListWidget*>(QStringLiteral("lstNames"));
         ASSERT_EQ(names.count(), 3);
+        const CWGraph& mainGraph = child<CWGraph>("cwG");
+        EXPECT_EQ(graphOf(form).yMinimum(), mainGraph.yMinimum()) << "both show the same ranges";
+        EXPECT_EQ(graphOf(form).yMaximum(), mainGraph.yMaximum());
+        EXPECT_EQ(graphOf(form).xMaximum(), mainGraph.xMaximum());
         EXPECT_EQ(names.item(1)->text(), QStringLiteral("B"));
         EXPECT_EQ(graphOf(form).plotCount(), 3);
         EXPECT_EQ(box(form, "txtRight"), QStringLiteral("0.5000"));

@@ -9,6 +9,7 @@
 #include "platform/Messages.h"
 #include "platform/MillisecondClock.h"
 #include "platform/SettingsStore.h"
+#include "platform/Shell.h"
 #include "platform/SoundOutput.h"
 
 #include <chrono>
@@ -253,6 +254,16 @@ class FakeDialogs final : public FileDialogs {
         answers.pop_front();
         return answer;
     }
+};
+
+/// Remembers what it was asked to start.
+class FakeShell final : public Shell {
+  public:
+    bool execute(const ShellRequest& request) override {
+        started.push_back(request);
+        return true;
+    }
+    std::vector<ShellRequest> started;
 };
 
 /// The settings of a user, in memory.

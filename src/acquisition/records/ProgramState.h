@@ -54,6 +54,7 @@ struct ProgramState {
     std::string TrialName;     ///< the current trial's name, stem of every output file name
     std::string LastSavedName; ///< name under which the current trial was last saved; empty when it was not
     std::string LastTabExport; ///< path of the last tab-delimited export; empty until one is made
+    std::string DataFile;      ///< the file last opened, or last written as a table
     LmbHeader header;
     LmbInfoA infoA{};
     LmbInfoB infoB{};

@@ -169,12 +169,9 @@ void MeasuringForm::plot(const Result<TrialData>& rows, double rateHz) {
     m_cursors->setSamples(rows.value()->samples(), 1.0 / rateHz);
 }
 
-void MeasuringForm::takeLimits(const CWGraph& mainGraph, bool autoScaling) {
-    m_graph->setAxisRange(CWGraph::Axis::Time, mainGraph.xMinimum(), mainGraph.xMaximum());
-    if (autoScaling || mainGraph.autoScale(CWGraph::Axis::Voltage))
-        m_graph->rescaleOnce(CWGraph::Axis::Voltage);
-    else
-        m_graph->setAxisRange(CWGraph::Axis::Voltage, mainGraph.yMinimum(), mainGraph.yMaximum());
+void MeasuringForm::takeLimits(const CWGraph& mainGraph) {
+    for (const CWGraph::Axis axis : {CWGraph::Axis::Time, CWGraph::Axis::Voltage})
+        m_graph->setAxisRange(axis, mainGraph.axisMinimum(axis), mainGraph.axisMaximum(axis));
 }
 
 void MeasuringForm::putCursorsAtEnds(double rateHz) {

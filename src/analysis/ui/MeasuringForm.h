@@ -44,8 +44,8 @@ class MeasuringForm : public QDialog {
 
     /// Plots a trial's rows in place of what was plotted; nothing for an error, which the status bar tells.
     void plot(const Result<TrialData>& rows, double rateHz);
-    /// Takes the limits of the main window's graph; its voltage axis only where that does not fit the data by itself.
-    void takeLimits(const CWGraph& mainGraph, bool autoScaling);
+    /// Shows the same ranges as the main window's graph.
+    void takeLimits(const CWGraph& mainGraph);
     /// Cursor 1 goes to the first sample of the view, cursor 2 to the last one.
     void putCursorsAtEnds(double rateHz);
 

@@ -4,16 +4,19 @@ namespace tavex2 {
 
 frmInfo::frmInfo(const ProgramState& state, const CWGraph& mainGraph, QWidget* mainWindow)
     : MeasuringForm(QStringLiteral("frmInfo"), tr("Infomation"), mainWindow), m_trial(state.trials.CurrentTrial),
-      m_rateHz(state.trials.CurrentSettings.Rate), m_trialName(state.TrialName), m_header(state.header) {
+      m_rateHz(state.trials.CurrentSettings.Rate), m_trialName(state.TrialName), m_header(state.header),
+      m_autoScaling(state.settings.setup.DisplayAutoScale || mainGraph.autoScale(CWGraph::Axis::Voltage)) {
     fillChannels(m_trial->channels(), m_header);
     cbChannels_Click();
-    takeLimits(mainGraph, state.settings.setup.DisplayAutoScale);
+    takeLimits(mainGraph);
+    if (m_autoScaling) graph().rescaleOnce(CWGraph::Axis::Voltage);
     putCursorsAtEnds(m_rateHz);
     CursorChange();
 }
 
 void frmInfo::cbChannels_Click() {
     plot(ExtractChannel(m_trial, channel(), rectified()), m_rateHz);
+    if (m_autoScaling) graph().rescaleOnce(CWGraph::Axis::Voltage); // channels differ in size
     m_measures = graph().pyramid() ? ChannelMeasures(graph().pyramid(), 0, m_rateHz) : ChannelMeasures();
     CursorChange();
 }

@@ -25,6 +25,7 @@ class frmInfo final : public MeasuringForm {
     const double m_rateHz;
     const std::string m_trialName;
     const LmbHeader m_header;
+    const bool m_autoScaling;
     ChannelMeasures m_measures;
 };
 

@@ -34,7 +34,7 @@ frmOverlay::frmOverlay(const ProgramState& state, const CWGraph& mainGraph, QWid
     addNames();
     fillChannels(m_overlays.OverlaySettings.NumChannels, m_header);
     chkAverage_Click();
-    takeLimits(mainGraph, state.settings.setup.DisplayAutoScale);
+    takeLimits(mainGraph);
     putCursorsAtEnds(rateHz());
     CursorChange();
 }

@@ -16,6 +16,7 @@
 #include "platform/DigitalOutput.h"
 #include "platform/SoundOutput.h"
 #include "platform/SteadyClock.h"
+#include "platform/qt/DesktopShell.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtMessages.h"
@@ -85,6 +86,8 @@ struct WindowProgram::Parts {
     StimulusCommands stimulusFiles{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     OpenCommands open{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     SetupCommands setup{state, analogInput, dialogs, messages, window};
+    DesktopShell shell;
+    OutsidePrograms programs{state, messages, shell};
     OverlayCommands overlays{state, messages, [this] { window.UpdateMenus(); }};
     AutosaveSink sink{save, exports};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
@@ -154,6 +157,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
                                                     .sound = parts.sound,
                                                     .toneFile = parts.toneFile,
                                                     .storage = parts.storage()},
+                                  .programs = parts.programs,
                                   .dialogs = parts.dialogs,
                                   .messages = parts.messages,
                                   .deviceDescription = [&parts] { return parts.analogInput.deviceDescription(); },

@@ -170,6 +170,11 @@ void frmMain::connectViewCommands() {
     on({m_ui->mnuLegend, m_ui->tbLegend}, [this] { mnuLegend_Click(); });
     connect(m_legend, &frmLegend::Form_Unload, this, &frmMain::frmLegend_Unload);
 
+    connect(m_ui->mnuView, &QMenu::aboutToShow, this,
+            [this] { m_ui->mnuDigital->setEnabled(menuState(m_state).digital); });
+    OutsidePrograms& programs = m_commands->programs;
+    on({m_ui->mnuDigital}, [&programs] { programs.mnuDigital_Click(); });
+
     on({m_ui->mnuScale}, [this] { mnuScale_Click(); });
     on({m_ui->mnuResetScale}, [this] { mnuResetScale_Click(); });
     on({m_ui->mnuMouseZooms}, [this] { m_graphs->zoom(&ZoomCommands::mnuMouseZooms_Click); });

@@ -5,6 +5,7 @@
 #include "acquisition/SetupDialog.h"
 #include "acquisition/records/ProgramState.h"
 #include "analysis/OverlayCommands.h"
+#include "app/OutsidePrograms.h"
 #include "files/ExportCommands.h"
 #include "files/FileView.h"
 #include "files/OpenCommands.h"
@@ -48,6 +49,7 @@ struct MainCommands {
     StimulusCommands& stimulusFiles;
     SetupCommands& setup;
     SetupServices setupServices;
+    OutsidePrograms& programs;
     FileDialogs& dialogs;
     Messages& messages;
     std::function<std::string()> deviceDescription; ///< "Device: " and the selected board
