@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <exception>
 #include <map>
 
 namespace tavex2::bench {
@@ -116,6 +117,15 @@ int Comparisons::run(int argc, char** argv) const {
         good = good && reached;
     }
     return good ? 0 : 1;
+}
+
+int reporting(const char* program, const std::function<int()>& run) {
+    try {
+        return run();
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s: %s\n", program, failure.what());
+        return 1;
+    }
 }
 
 double secondsOf(const std::function<void()>& work) {

@@ -37,6 +37,9 @@ class Comparisons {
     std::vector<Pair> m_pairs;
 };
 
+/// Runs a benchmark program and gives its exit code; what it throws goes to the error stream and makes the code 1.
+int reporting(const char* program, const std::function<int()>& run);
+
 /// Seconds that `work` takes.
 double secondsOf(const std::function<void()>& work);
 

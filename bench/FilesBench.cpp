@@ -9,7 +9,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
@@ -166,10 +165,5 @@ int run(int argc, char** argv) {
 } // namespace tavex2::bench
 
 int main(int argc, char** argv) {
-    try {
-        return tavex2::bench::run(argc, argv);
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "files_bench: %s\n", failure.what());
-        return 1;
-    }
+    return tavex2::bench::reporting(argv[0], [&] { return tavex2::bench::run(argc, argv); });
 }

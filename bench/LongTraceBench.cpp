@@ -7,9 +7,6 @@
 
 #include <QApplication>
 
-#include <cstdio>
-#include <exception>
-
 namespace tavex2::bench {
 
 namespace {
@@ -39,12 +36,9 @@ int run(int argc, char** argv) {
 } // namespace tavex2::bench
 
 int main(int argc, char** argv) {
-    try {
+    return tavex2::bench::reporting(argv[0], [&] {
         tavex2::bench::useNoDisplay();
         const QApplication application(argc, argv);
         return tavex2::bench::run(argc, argv);
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "long_trace_bench: %s\n", failure.what());
-        return 1;
-    }
+    });
 }

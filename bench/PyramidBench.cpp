@@ -6,8 +6,6 @@
 #include "display/TrialPyramid.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <exception>
 
 namespace tavex2::bench {
 
@@ -68,10 +66,5 @@ int run(int argc, char** argv) {
 } // namespace tavex2::bench
 
 int main(int argc, char** argv) {
-    try {
-        return tavex2::bench::run(argc, argv);
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "pyramid_bench: %s\n", failure.what());
-        return 1;
-    }
+    return tavex2::bench::reporting(argv[0], [&] { return tavex2::bench::run(argc, argv); });
 }

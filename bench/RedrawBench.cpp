@@ -9,8 +9,6 @@
 #include <QApplication>
 
 #include <algorithm>
-#include <cstdio>
-#include <exception>
 
 namespace tavex2::bench {
 
@@ -89,12 +87,9 @@ int run(int argc, char** argv) {
 } // namespace tavex2::bench
 
 int main(int argc, char** argv) {
-    try {
+    return tavex2::bench::reporting(argv[0], [&] {
         tavex2::bench::useNoDisplay();
         const QApplication application(argc, argv);
         return tavex2::bench::run(argc, argv);
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "redraw_bench: %s\n", failure.what());
-        return 1;
-    }
+    });
 }

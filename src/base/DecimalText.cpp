@@ -75,7 +75,7 @@ char* writeShort(char* to, bool negative, std::uint32_t count, std::size_t width
     const int wholeDigits = mostWholeDigits - leadingZeros;
 
     if (width > 0) {
-        const auto length = static_cast<std::size_t>(wholeDigits + 1 + decimals + (negative ? 1 : 0));
+        const std::size_t length = static_cast<std::size_t>(wholeDigits) + 1 + decimals + (negative ? 1U : 0U);
         store(to, blanks);
         store(to + 8, blanks);
         to += width > length ? width - length : 0;
