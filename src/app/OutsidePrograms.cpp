@@ -1,18 +1,105 @@
 #include "app/OutsidePrograms.h"
 
+#include "app/StoredSettings.h"
+#include "base/PathText.h"
+
+#include <array>
+
 namespace tavex2 {
 
-OutsidePrograms::OutsidePrograms(const ProgramState& state, Messages& messages, Shell& shell)
-    : m_state(state), m_messages(messages), m_shell(shell) {}
+namespace {
 
-void OutsidePrograms::mnuDigital_Click() {
-    if (m_state.LastTabExport.empty()) {
-        m_messages.show({"You must Export your current data first to a tab-delimited file.", "Save Data First",
-                         MessageIcon::Information, MessageButtons::Ok});
+constexpr const char* sibling = "Lumidor2.exe";
+/// The spreadsheets that the menus name, in the order of the menu that chooses one.
+constexpr std::array spreadsheets{"Excel.exe", "QPW.exe"};
+
+std::string inQuotes(const std::string& text) {
+    return '"' + text + '"';
+}
+
+Message saveFirst(const std::string& text) {
+    return {text, "Save Data First", MessageIcon::Information, MessageButtons::Ok};
+}
+
+} // namespace
+
+int spreadsheetItem(const std::string& program) {
+    if (program == spreadsheets[0]) return 0;
+    return program == spreadsheets[1] ? 1 : 2;
+}
+
+OutsidePrograms::OutsidePrograms(ProgramState& state, const OutsideServices& services)
+    : m_state(state), m_services(services) {}
+
+/// The program's own setting, or the laboratory's where that is empty.
+std::string OutsidePrograms::siblingFolder() const {
+    const std::string own = readText(m_services.store, stored::siblingOwnProgramDir, "");
+    return own.empty() ? m_state.paths.SiblingProgramDir : own;
+}
+
+bool OutsidePrograms::siblingFound() const {
+    return m_services.shell.canRead(siblingFolder(), sibling);
+}
+
+void OutsidePrograms::mnuProgram_Click(int index) {
+    if (index == 0)
+        startSibling();
+    else
+        openTableWith(index == 1 ? spreadsheets[1] : spreadsheets[0]); // the other way round than where one is chosen
+}
+
+void OutsidePrograms::startSibling() {
+    if (m_state.flags.TrialNotSaved) {
+        m_services.messages.show(
+            saveFirst("You must save your current data first to a file before starting Lumidor2."));
         return;
     }
-    (void)m_shell.execute(
-        {.file = m_state.paths.SpreadsheetProgram, .parameters = '"' + m_state.LastTabExport + '"', .folder = {}});
+    const std::string& data = m_state.paths.DataDir;
+    writeText(m_services.store, stored::siblingDataDir, data);
+    ShellRequest request{.file = m_services.shell.pathOf(siblingFolder(), sibling), .parameters = {}, .folder = data};
+    if (!m_state.LastTabExport.empty())
+        request.parameters = inQuotes(m_state.LastTabExport);
+    else if (m_state.LastSavedName.empty())
+        request.file = sibling; // found through the search path
+    else
+        request.parameters = m_state.LastSavedName; // as it is: the program takes the rest of the line
+    (void)m_services.shell.execute(request);
+}
+
+void OutsidePrograms::openTableWith(const std::string& program) {
+    if (m_state.LastTabExport.empty())
+        m_services.messages.show(saveFirst("You must Export your current data first to a tab-delimited file."));
+    else
+        (void)m_services.shell.execute({.file = program, .parameters = inQuotes(m_state.LastTabExport), .folder = {}});
+}
+
+void OutsidePrograms::mnuSpreadsheet_Click(int index) {
+    std::string& program = m_state.paths.SpreadsheetProgram;
+    if (index < static_cast<int>(spreadsheets.size())) {
+        program = spreadsheets[static_cast<std::size_t>(index)];
+        return;
+    }
+    FileDialogRequest request;
+    request.title = "Select a spreadsheet.";
+    request.initialName = "*.exe";
+    request.filter = "Programs|*.exe|All files|*.*";
+    request.folder = pathFromText(m_programFolder);
+    const auto chosen = m_services.dialogs.askOpenName(request);
+    if (!chosen || chosen->empty()) return;
+    program = pathText(chosen->filename());
+    m_programFolder = pathText(chosen->parent_path());
+}
+
+void OutsidePrograms::mnuDigital_Click() {
+    openTableWith(m_state.paths.SpreadsheetProgram);
+}
+
+void OutsidePrograms::mnuExplorer_Click() {
+    (void)m_services.shell.run("Explorer.exe " + m_state.paths.DataDir);
+}
+
+void OutsidePrograms::mnuNotepad_Click() {
+    (void)m_services.shell.run("notepad.exe");
 }
 
 } // namespace tavex2

@@ -1,24 +1,56 @@
 #pragma once
 
 #include "acquisition/records/ProgramState.h"
+#include "platform/FileDialogs.h"
 #include "platform/Messages.h"
+#include "platform/SettingsStore.h"
 #include "platform/Shell.h"
+
+#include <string>
 
 namespace tavex2 {
 
-/// The commands that hand data to other programs.
+/// Which item of the spreadsheet menu stands for a program: 0 and 1 for the two that it names, 2 for any other.
+int spreadsheetItem(const std::string& program);
+
+/// What the commands that start other programs need.
+struct OutsideServices {
+    SettingsStore& store;
+    Messages& messages;
+    FileDialogs& dialogs;
+    Shell& shell;
+};
+
+/// The commands that hand data to other programs. A start that fails is not told, as the desktop says so itself.
 class OutsidePrograms {
   public:
-    OutsidePrograms(const ProgramState& state, Messages& messages, Shell& shell);
+    OutsidePrograms(ProgramState& state, const OutsideServices& services);
+
+    /// Whether the sibling analysis program is there; asked each time the Analyze menu opens.
+    bool siblingFound() const;
+
+    /// Item 0 starts the sibling program on the last table or the saved file, 1 and 2 a spreadsheet on the last table.
+    void mnuProgram_Click(int index);
+
+    /// Chooses the spreadsheet program; spreadsheetItem() then tells which item is to carry the check mark.
+    void mnuSpreadsheet_Click(int index);
 
     /// Opens the last tab-delimited export in the spreadsheet program; without one the user is asked to export first.
-    /// A start that fails is not told.
     void mnuDigital_Click();
 
+    /// Opens the data folder in the file manager.
+    void mnuExplorer_Click();
+    /// Starts the text editor.
+    void mnuNotepad_Click();
+
   private:
-    const ProgramState& m_state;
-    Messages& m_messages;
-    Shell& m_shell;
+    std::string siblingFolder() const;
+    void startSibling();
+    void openTableWith(const std::string& program);
+
+    ProgramState& m_state;
+    OutsideServices m_services;
+    std::string m_programFolder; ///< in which a spreadsheet was last chosen
 };
 
 } // namespace tavex2

@@ -1,6 +1,7 @@
 #include "app/StartUp.h"
 
 #include "acquisition/Sound.h"
+#include "app/OutsidePrograms.h"
 #include "app/StoredSettings.h"
 #include "files/RecentFiles.h"
 
@@ -44,8 +45,7 @@ void readPaths(ProgramState& state, const StartUpServices& services, const std::
 
 int chooseSpreadsheet(std::string& program) {
     if (program.empty()) program = defaultSpreadsheet;
-    if (program == defaultSpreadsheet) return 0;
-    return program == "QPW.exe" ? 1 : 2;
+    return spreadsheetItem(program);
 }
 
 } // namespace

@@ -29,6 +29,12 @@ inline constexpr StoredKey boards{"Tavex2", "Startup", "Boards"};
 inline constexpr StoredKey siblingProgramDir{"Orvanta", "Startup", "Progdir"};
 inline constexpr StoredKey viewer{"Orvanta", "Startup", "Viewer"};
 inline constexpr StoredKey spreadsheet{"Orvanta", "Startup", "Spreadsheet"};
+/// The sibling analysis program's own settings.
+inline constexpr StoredKey siblingOwnProgramDir{"Lumidor2", "Startup", "Progdir"};
+inline constexpr StoredKey siblingDataDir{"Lumidor2", "Startup", "Datadir"};
+/// Addresses of web pages.
+inline constexpr StoredKey softwarePage{"Tavex2", "Startup", "Website"};
+inline constexpr StoredKey hardwarePage{"Tavex2", "Startup", "Hardwarewebsite"};
 } // namespace stored
 
 /// The stored text, or `whenMissing` when the key does not exist (an empty text counts as existing).

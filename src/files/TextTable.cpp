@@ -4,9 +4,11 @@
 #include <condition_variable>
 #include <future>
 #include <mutex>
+#include <new>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -83,10 +85,15 @@ class RowQueue {
     /// thread with the rows taken so far.
     template <class AfterBlock>
     void work(AfterBlock afterBlock) {
-        RowMaker maker(m_trial, m_step, m_layout);
-        while (const std::optional<Block> block = take()) {
-            write(*block, maker.rowsOf(*block));
-            afterBlock(block->last);
+        try {
+            RowMaker maker(m_trial, m_step, m_layout);
+            while (const std::optional<Block> block = take()) {
+                write(*block, maker.rowsOf(*block));
+                afterBlock(block->last);
+            }
+        } catch (const std::bad_alloc&) {
+            // Told to all, because the others wait for this thread's block.
+            end({ErrorKind::OutOfMemory, "There is not enough memory for the export. Close other programs."});
         }
     }
 
@@ -140,8 +147,12 @@ Result<void> writeRows(AtomicFile& file, const TrialArray& trial, double rateHz,
                        const FileProgress& progress) {
     RowQueue queue(file, trial, static_cast<float>(1.0 / rateHz), layout);
     std::vector<std::future<void>> others;
-    for (unsigned i = 1; i < std::thread::hardware_concurrency(); ++i)
-        others.push_back(std::async(std::launch::async, [&queue] { queue.work([](std::int64_t) {}); }));
+    try {
+        for (unsigned i = 1; i < std::thread::hardware_concurrency(); ++i)
+            others.push_back(std::async(std::launch::async, [&queue] { queue.work([](std::int64_t) {}); }));
+    } catch (const std::system_error&) {
+        // The system has no more threads; those that there are do the work.
+    }
     queue.work([&](std::int64_t rows) {
         constexpr int thousand = 1000;
         if (progress && !progress(static_cast<int>(rows * thousand / trial.samples()), thousand))

@@ -17,6 +17,9 @@ class SettingsStore {
 
     virtual void write(std::string_view application, std::string_view section, std::string_view key,
                        std::string_view value) = 0;
+
+    /// Where an application's settings are kept, for people to read.
+    virtual std::string location(std::string_view application) const = 0;
 };
 
 } // namespace tavex2

@@ -4,21 +4,37 @@
 
 namespace tavex2 {
 
-/// A program or a document to be started as by a double click on it. Texts are UTF-8.
+/// How the window of what is started appears.
+enum class ShowMode { Normal, WithoutActivation };
+
+/// A program, a document or a web page to be opened as by a double click on it. Texts are UTF-8.
 struct ShellRequest {
-    std::string file;       ///< the program, with or without its folder
-    std::string parameters; ///< its command line; paths with blanks in double quotes
+    std::string file;       ///< a program with or without its folder, a document or an address
+    std::string parameters; ///< a program's command line; paths with blanks in double quotes
     std::string folder;     ///< in which it starts; empty for the current one
+    ShowMode show = ShowMode::Normal;
+
+    friend bool operator==(const ShellRequest&, const ShellRequest&) = default;
 };
 
-/// Starts other programs.
+/// Starts other programs. User-interface thread.
 class Shell {
   public:
     virtual ~Shell() = default;
 
-    /// Starts a program and does not wait for it; False when nothing could be started. A program that this system does
+    /// Opens something and does not wait for it; False when nothing could be started. A program that this system does
     /// not have gives way to what the desktop offers for the document in the parameters.
     virtual bool execute(const ShellRequest& request) = 0;
+
+    /// Starts a program by its command line in a normal window that gets the focus; False when nothing could be
+    /// started.
+    virtual bool run(const std::string& commandLine) = 0;
+
+    /// Whether a file can be opened for reading; its folder may be empty.
+    virtual bool canRead(const std::string& folder, const std::string& name) const = 0;
+
+    /// A file in a folder as this system writes it; a separator at the folder's end is not doubled.
+    virtual std::string pathOf(const std::string& folder, const std::string& name) const = 0;
 };
 
 } // namespace tavex2

@@ -1,11 +1,15 @@
 #include "app/MainWindowFixture.h"
 
+#include <QAbstractButton>
+#include <QClipboard>
 #include <QDragEnterEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QToolBar>
+
+#include <fstream>
 
 namespace tavex2::test {
 namespace {
@@ -351,6 +355,60 @@ TEST_F(MainWindowTest, TheSpreadsheetItemWaitsForAFile) {
     });
     action("mnuDigital").trigger();
     EXPECT_TRUE(told.opened());
+}
+
+TEST_F(MainWindowTest, TheChosenSpreadsheetCarriesTheMark) {
+    start();
+    const auto marks = [this] {
+        return std::vector{action("mnuSpreadsheet_0").isChecked(), action("mnuSpreadsheet_1").isChecked(),
+                           action("mnuSpreadsheet_2").isChecked()};
+    };
+    EXPECT_EQ(marks(), (std::vector{true, false, false}));
+    action("mnuSpreadsheet_1").trigger();
+    EXPECT_EQ(marks(), (std::vector{false, true, false}));
+    WhenDialogOpens dialog("CommonDialog", [](QWidget& shown) {
+        EXPECT_EQ(shown.windowTitle(), QStringLiteral("Select a spreadsheet."));
+        shown.close();
+    });
+    action("mnuSpreadsheet_2").trigger();
+    ASSERT_TRUE(dialog.opened());
+    EXPECT_EQ(marks(), (std::vector{false, true, false})) << "cancelled";
+}
+
+TEST_F(MainWindowTest, TheSiblingProgramWaitsUntilItIsThere) {
+    start();
+    auto& analyse = child<QMenu>("mnuAnalyse");
+    Q_EMIT analyse.aboutToShow();
+    EXPECT_FALSE(action("mnuProgram_0").isEnabled());
+    EXPECT_TRUE(action("mnuProgram_1").isEnabled());
+    std::ofstream(folder / "Lumidor2.exe") << "x";
+    store.write("Lumidor2", "Startup", "Progdir", folder.path().string());
+    Q_EMIT analyse.aboutToShow();
+    EXPECT_TRUE(action("mnuProgram_0").isEnabled());
+}
+
+TEST_F(MainWindowTest, TheAboutBoxTellsTheVersionAndTheSystem) {
+    start();
+    WhenDialogOpens about("frmAbout", [](QWidget& form) {
+        EXPECT_EQ(form.windowTitle(), QStringLiteral("About Tavex2"));
+        EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("lblTitle"))->text(), QStringLiteral("Tavex2"));
+        EXPECT_TRUE(
+            form.findChild<QLabel*>(QStringLiteral("lblVersion"))->text().startsWith(QLatin1String("Version ")));
+        const QString description = form.findChild<QLabel*>(QStringLiteral("lblDescription"))->text();
+        EXPECT_TRUE(description.startsWith(QLatin1String("Analog Data Acquisition System\nProgrammers:")));
+        WhenDialogOpens information("frmSystemInformation", [](QWidget& shown) {
+            shown.findChild<QAbstractButton*>(QStringLiteral("cmdCopy"))->click();
+            shown.close();
+        });
+        form.findChild<QAbstractButton*>(QStringLiteral("cmdSysInfo"))->click();
+        EXPECT_TRUE(information.opened());
+        const QString copied = QApplication::clipboard()->text();
+        EXPECT_TRUE(copied.contains(QLatin1String("\nDevice 1: Simulated board\n"))) << copied.toStdString();
+        EXPECT_TRUE(copied.contains(QLatin1String("\nSettings: in memory")));
+        form.findChild<QAbstractButton*>(QStringLiteral("cmdOK"))->click();
+    });
+    action("mnuAbout_0").trigger();
+    EXPECT_TRUE(about.opened());
 }
 
 TEST_F(MainWindowTest, TheFileMenuListsRecentFiles) {

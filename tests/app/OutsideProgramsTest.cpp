@@ -1,38 +1,204 @@
 #include "app/OutsidePrograms.h"
 
+#include "app/AboutCommands.h"
+#include "app/SystemInformation.h"
 #include "support/Fakes.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace tavex2::test {
 namespace {
 
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
 class OutsideProgramsTest : public testing::Test {
   protected:
+    OutsideProgramsTest() {
+        state.paths.DataDir = "/my data";
+        state.paths.SiblingProgramDir = "/lab";
+        store.values["Lumidor2/Startup/Progdir"] = "/sibling";
+    }
+    void expectSaveFirst(const std::string& text) {
+        ASSERT_EQ(messages.shown.size(), 1U);
+        EXPECT_EQ(messages.shown[0].text, text);
+        EXPECT_EQ(messages.shown[0].title, "Save Data First");
+        EXPECT_EQ(messages.shown[0].icon, MessageIcon::Information);
+        EXPECT_THAT(shell.started, IsEmpty());
+    }
+
     ProgramState state;
+    FakeSettingsStore store;
     FakeMessages messages;
+    FakeDialogs dialogs;
     FakeShell shell;
-    OutsidePrograms programs{state, messages, shell};
+    OutsidePrograms programs{state, {.store = store, .messages = messages, .dialogs = dialogs, .shell = shell}};
 };
 
-TEST_F(OutsideProgramsTest, TheLastTableGoesToTheSpreadsheet) {
-    state.paths.SpreadsheetProgram = "QPW.exe";
+TEST_F(OutsideProgramsTest, TheSiblingOpensTheLastTableInTheDataFolder) {
+    state.LastTabExport = "/my data/a b.tab";
+    state.LastSavedName = "Trial0001.lmb";
+    programs.mnuProgram_Click(0);
+    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "\"/my data/a b.tab\"", "/my data",
+                                                        ShowMode::Normal}));
+    EXPECT_EQ(store.values["Lumidor2/Startup/Datadir"], "/my data");
+}
+
+TEST_F(OutsideProgramsTest, WithoutATableTheSiblingOpensTheSavedFileUnquoted) {
+    state.LastSavedName = "Trial 1.lmb";
+    programs.mnuProgram_Click(0);
+    EXPECT_THAT(shell.started,
+                ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "Trial 1.lmb", "/my data", ShowMode::Normal}));
+}
+
+TEST_F(OutsideProgramsTest, WithoutAnyFileTheSiblingIsFoundThroughTheSearchPath) {
+    programs.mnuProgram_Click(0);
+    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"Lumidor2.exe", "", "/my data", ShowMode::Normal}));
+}
+
+TEST_F(OutsideProgramsTest, AnUnsavedTrialKeepsTheSiblingFromStarting) {
+    state.flags.TrialNotSaved = true;
+    state.LastTabExport = "/my data/a.tab";
+    programs.mnuProgram_Click(0);
+    expectSaveFirst("You must save your current data first to a file before starting Lumidor2.");
+    EXPECT_FALSE(store.values.contains("Lumidor2/Startup/Datadir"));
+}
+
+TEST_F(OutsideProgramsTest, TheSiblingIsLookedForInItsOwnFolderElseInTheLaboratorys) {
+    EXPECT_FALSE(programs.siblingFound());
+    shell.readable = {"/lab|Lumidor2.exe"};
+    EXPECT_FALSE(programs.siblingFound()) << "its own setting comes first";
+    store.values["Lumidor2/Startup/Progdir"] = "";
+    EXPECT_TRUE(programs.siblingFound());
+    programs.mnuProgram_Click(0);
+    state.LastSavedName = "a.lmb";
+    programs.mnuProgram_Click(0);
+    EXPECT_EQ(shell.started.at(1).file, "/lab|Lumidor2.exe");
+    state.paths.SiblingProgramDir.clear();
+    EXPECT_FALSE(programs.siblingFound());
+    shell.readable = {"Lumidor2.exe"};
+    EXPECT_TRUE(programs.siblingFound()) << "in the current folder";
+}
+
+TEST_F(OutsideProgramsTest, TheAnalyzeMenusSpreadsheetsOpenTheLastTable) {
+    state.LastTabExport = "/d/a.tab";
+    state.flags.TrialNotSaved = true; // the table is what counts
+    programs.mnuProgram_Click(1);
+    programs.mnuProgram_Click(2);
+    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"QPW.exe", "\"/d/a.tab\"", "", ShowMode::Normal},
+                                           ShellRequest{"Excel.exe", "\"/d/a.tab\"", "", ShowMode::Normal}));
+}
+
+TEST_F(OutsideProgramsTest, TheLastTableGoesToTheChosenSpreadsheet) {
+    state.paths.SpreadsheetProgram = "calc.exe";
     state.LastTabExport = "/d/my trials/a.tab";
     programs.mnuDigital_Click();
-    ASSERT_EQ(shell.started.size(), 1U);
-    EXPECT_EQ(shell.started[0].file, "QPW.exe");
-    EXPECT_EQ(shell.started[0].parameters, "\"/d/my trials/a.tab\"");
-    EXPECT_EQ(shell.started[0].folder, "");
-    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"calc.exe", "\"/d/my trials/a.tab\"", "", ShowMode::Normal}));
+    EXPECT_THAT(messages.shown, IsEmpty());
 }
 
 TEST_F(OutsideProgramsTest, WithoutATableTheUserIsAskedToExportFirst) {
+    const std::string text = "You must Export your current data first to a tab-delimited file.";
+    for (const int index : {1, 2}) {
+        programs.mnuProgram_Click(index);
+        expectSaveFirst(text);
+        messages.shown.clear();
+    }
     programs.mnuDigital_Click();
-    EXPECT_TRUE(shell.started.empty());
+    expectSaveFirst(text);
+}
+
+TEST_F(OutsideProgramsTest, ASpreadsheetIsChosen) {
+    programs.mnuSpreadsheet_Click(1);
+    EXPECT_EQ(state.paths.SpreadsheetProgram, "QPW.exe");
+    EXPECT_EQ(spreadsheetItem(state.paths.SpreadsheetProgram), 1);
+    programs.mnuSpreadsheet_Click(2);
+    EXPECT_EQ(state.paths.SpreadsheetProgram, "QPW.exe") << "cancelled";
+    const FileDialogRequest& asked = dialogs.asked.at(0);
+    EXPECT_EQ(asked.title, "Select a spreadsheet.");
+    EXPECT_EQ(asked.initialName, "*.exe");
+    EXPECT_EQ(asked.filter, "Programs|*.exe|All files|*.*");
+    dialogs.answers = {std::filesystem::path("/opt/calc/calc.exe")};
+    programs.mnuSpreadsheet_Click(2);
+    EXPECT_EQ(state.paths.SpreadsheetProgram, "calc.exe");
+    EXPECT_EQ(spreadsheetItem(state.paths.SpreadsheetProgram), 2);
+    programs.mnuSpreadsheet_Click(2);
+    EXPECT_EQ(dialogs.asked.at(2).folder, "/opt/calc");
+    programs.mnuSpreadsheet_Click(0);
+    EXPECT_EQ(state.paths.SpreadsheetProgram, "Excel.exe");
+    EXPECT_EQ(spreadsheetItem(state.paths.SpreadsheetProgram), 0);
+}
+
+TEST_F(OutsideProgramsTest, FileManagerAndEditorAreStartedByTheirCommandLines) {
+    programs.mnuExplorer_Click();
+    programs.mnuNotepad_Click();
+    EXPECT_THAT(shell.commandLines, ElementsAre("Explorer.exe /my data", "notepad.exe"));
+}
+
+class AboutCommandsTest : public testing::Test {
+  protected:
+    FakeSettingsStore store;
+    FakeMessages messages;
+    FakeShell shell;
+    int ends = 0;
+    AboutCommands about{store, messages, shell, [this] { ++ends; }};
+};
+
+TEST_F(AboutCommandsTest, WebPagesOpenWithoutActivation) {
+    store.values["Tavex2/Startup/Website"] = "https://tavex2.test/";
+    about.mnuAbout_Click(3);
+    about.mnuAbout_Click(4);
+    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"https://tavex2.test/", "", "", ShowMode::WithoutActivation},
+                                           ShellRequest{"https://www.ni.com/", "", "", ShowMode::WithoutActivation}));
+    about.mnuAbout_Click(1);
+    EXPECT_THAT(shell.commandLines, ElementsAre("WinHlp32.EXE"));
+}
+
+TEST_F(AboutCommandsTest, APageThatWasNeverSetIsTold) {
+    about.mnuAbout_Click(3);
+    EXPECT_THAT(shell.started, IsEmpty());
     ASSERT_EQ(messages.shown.size(), 1U);
-    EXPECT_EQ(messages.shown[0].text, "You must Export your current data first to a tab-delimited file.");
-    EXPECT_EQ(messages.shown[0].title, "Save Data First");
-    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Information);
+    EXPECT_THAT(messages.shown[0].text, HasSubstr("\"Website\""));
+}
+
+TEST_F(AboutCommandsTest, TheUpdateDialogAsksTwiceAndOpensThePage) {
+    store.values["Tavex2/Startup/Website"] = "https://tavex2.test/";
+    messages.answers = {MessageAnswer::No};
+    about.mnuAbout_Click(2);
+    EXPECT_THAT(shell.started, IsEmpty());
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].title, "Update Tavex2 Yes/No?");
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Question);
+    EXPECT_EQ(messages.shown[0].buttons, MessageButtons::YesNo);
+    EXPECT_THAT(messages.shown[0].text,
+                testing::MatchesRegex("Do you want download a new version of Tavex2 from the web\\?\n\nPress Yes to "
+                                      "download now or No to continue using this version \\[[0-9.]+\\]\\."));
+
+    messages.answers = {MessageAnswer::Yes, MessageAnswer::No};
+    about.mnuAbout_Click(2);
+    EXPECT_EQ(messages.shown[2].title, "Exit?");
+    EXPECT_EQ(messages.shown[2].text,
+              "To use the new version you must exit and reload Tavex2.\n\nDo you want to exit now?");
+    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"https://tavex2.test/", "", "", ShowMode::Normal}))
+        << "also after No";
+    EXPECT_EQ(ends, 0);
+
+    messages.answers = {MessageAnswer::Yes, MessageAnswer::Yes};
+    about.mnuAbout_Click(2);
+    EXPECT_EQ(shell.started.size(), 2U);
+    EXPECT_EQ(ends, 1);
+}
+
+TEST(SystemInformationTest, TellsVersionsBoardsAndSettings) {
+    const std::string text = systemInformation({.operatingSystem = "Some System 12",
+                                                .toolkit = "Qt 6",
+                                                .boards = {"Simulated board", "Another"},
+                                                .settingsFile = "/home/u/.config/Tavex2.ini"});
+    EXPECT_THAT(text, testing::StartsWith("Tavex2 "));
+    EXPECT_THAT(text, HasSubstr("\nSystem: Some System 12\nToolkit: Qt 6\nProcessors: "));
+    EXPECT_THAT(text, HasSubstr(" MiB\nDevice 1: Simulated board\nDevice 2: Another\nSettings: "
+                                "/home/u/.config/Tavex2.ini\n"));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "files/Import.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QInputDialog>
 #include <QListWidget>
 #include <QTableWidget>
@@ -108,7 +109,7 @@ TEST_F(TextFormsTest, LabelsAndUnitsAreEnteredAndSavedWithTheTrial) {
     EXPECT_EQ(file.header.Units[2].trimmed(), "\xB5V");
 }
 
-TEST_F(TextFormsTest, LabelsAndUnitsStandInTheLegendsToolTips) {
+TEST_F(TextFormsTest, LabelsAndUnitsAreToldInTheLegendAndTheChannelList) {
     start();
     auto& legend = child<QWidget>("frmLegend");
     const auto tip = [&](const char* name) { return legend.findChild<QWidget*>(QLatin1String(name))->toolTip(); };
@@ -125,6 +126,15 @@ TEST_F(TextFormsTest, LabelsAndUnitsStandInTheLegendsToolTips) {
     ASSERT_TRUE(labels.opened());
     EXPECT_EQ(tip("shpColour_1"), QStringLiteral("Channel 01 (\u00B5V)"));
     EXPECT_EQ(tip("lblChannel_1"), QStringLiteral("Channel 01 (\u00B5V)"));
+
+    WhenDialogOpens info("frmInfo", [](QWidget& form) {
+        auto& channels = *form.findChild<QComboBox*>(QStringLiteral("cbChannels"));
+        EXPECT_EQ(channels.itemText(0), QStringLiteral("Channel 0")) << "nothing was entered for it";
+        EXPECT_EQ(channels.itemText(1), QStringLiteral("Channel 1  Channel 01 (\u00B5V)"));
+        form.close();
+    });
+    action("mnuInfo").trigger();
+    EXPECT_TRUE(info.opened());
 }
 
 TEST_F(TextFormsTest, ACharacterThatFilesCannotHoldIsTold) {

@@ -10,16 +10,46 @@
 namespace tavex2::test {
 namespace {
 
-TEST(DesktopShellTest, StartsAProgramWithItsParametersInItsFolder) {
-    const TemporaryFolder folder;
-    const auto script = folder / "record it";
-    std::ofstream(script) << "#!/bin/sh\nprintf '%s|%s' \"$PWD\" \"$1\" >answer.part\nmv answer.part answer\n";
-    std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+/// A program that leaves its folder and its first argument in a file.
+class DesktopShellTest : public testing::Test {
+  protected:
+    DesktopShellTest() {
+        std::ofstream(program) << "#!/bin/sh\nprintf '%s|%s' \"$PWD\" \"$1\" >'" << folder.path().string()
+                               << "/answer.part'\nmv '" << folder.path().string() << "/answer.part' '"
+                               << folder.path().string() << "/answer'\n";
+        std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    }
+    std::string answer() {
+        EXPECT_TRUE(waitFor([&] { return std::filesystem::exists(folder / "answer"); }));
+        return bytesOf(folder / "answer");
+    }
+
+    TemporaryFolder folder;
+    std::filesystem::path program = folder / "record it";
     DesktopShell shell;
-    ASSERT_TRUE(shell.execute(
-        {.file = script.string(), .parameters = "\"/d/my trials/a.tab\"", .folder = folder.path().string()}));
-    ASSERT_TRUE(waitFor([&] { return std::filesystem::exists(folder / "answer"); }));
-    EXPECT_EQ(bytesOf(folder / "answer"), folder.path().string() + "|/d/my trials/a.tab");
+};
+
+TEST_F(DesktopShellTest, StartsAProgramWithItsParametersInItsFolder) {
+    const std::string elsewhere = folder.path().parent_path().string();
+    ASSERT_TRUE(shell.execute({.file = program.string(), .parameters = "\"/d/my trials/a.tab\"", .folder = elsewhere}));
+    EXPECT_EQ(answer(), elsewhere + "|/d/my trials/a.tab");
+}
+
+TEST_F(DesktopShellTest, StartsAProgramByItsCommandLine) {
+    ASSERT_TRUE(shell.run("\"" + program.string() + "\" one two"));
+    EXPECT_TRUE(answer().ends_with("|one"));
+    EXPECT_FALSE(shell.run("no-such-program.exe"));
+    EXPECT_FALSE(shell.run(""));
+}
+
+TEST_F(DesktopShellTest, TellsWhetherAFileCanBeRead) {
+    EXPECT_TRUE(shell.canRead(folder.path().string(), "record it"));
+    EXPECT_TRUE(shell.canRead(folder.path().string() + "/", "record it"));
+    EXPECT_TRUE(shell.canRead("", program.string()));
+    EXPECT_FALSE(shell.canRead(folder.path().string(), "Lumidor2.exe"));
+    EXPECT_EQ(shell.pathOf("/a/", "b"), "/a/b") << "separators are not doubled";
+    EXPECT_EQ(shell.pathOf("/a", "b"), "/a/b");
+    EXPECT_EQ(shell.pathOf("", "b"), "b");
 }
 
 } // namespace

@@ -17,6 +17,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -263,7 +264,20 @@ class FakeShell final : public Shell {
         started.push_back(request);
         return true;
     }
+    bool run(const std::string& commandLine) override {
+        commandLines.push_back(commandLine);
+        return true;
+    }
+    bool canRead(const std::string& folder, const std::string& name) const override {
+        return readable.contains(pathOf(folder, name));
+    }
+    std::string pathOf(const std::string& folder, const std::string& name) const override {
+        return folder.empty() ? name : folder + "|" + name;
+    }
+
     std::vector<ShellRequest> started;
+    std::vector<std::string> commandLines;
+    std::set<std::string> readable;
 };
 
 /// The settings of a user, in memory.
@@ -281,6 +295,8 @@ class FakeSettingsStore final : public SettingsStore {
                std::string_view value) override {
         values[path(application, section, key)] = value;
     }
+
+    std::string location(std::string_view) const override { return "in memory"; }
 
   private:
     static std::string path(std::string_view application, std::string_view section, std::string_view key) {

@@ -6,6 +6,8 @@
 #include "app/Exit.h"
 #include "app/SettingsArguments.h"
 #include "app/StartUp.h"
+#include "app/StoredSettings.h"
+#include "app/SystemInformation.h"
 #include "app/ui/frmMain.h"
 #include "base/PathText.h"
 #include "files/ExportCommands.h"
@@ -23,6 +25,7 @@
 
 #include <QCoreApplication>
 #include <QStandardPaths>
+#include <QSysInfo>
 #include <QTimer>
 
 #include <cstdlib>
@@ -87,7 +90,8 @@ struct WindowProgram::Parts {
     OpenCommands open{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     SetupCommands setup{state, analogInput, dialogs, messages, window};
     DesktopShell shell;
-    OutsidePrograms programs{state, messages, shell};
+    OutsidePrograms programs{state, {.store = store, .messages = messages, .dialogs = dialogs, .shell = shell}};
+    AboutCommands about{store, messages, shell, [] { QCoreApplication::exit(); }}; // which asks nothing
     OverlayCommands overlays{state, messages, [this] { window.UpdateMenus(); }};
     AutosaveSink sink{save, exports};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
@@ -104,6 +108,16 @@ struct WindowProgram::Parts {
                        .toneFile = toneFile}};
     StartUpResult startUpResult;
     std::optional<std::filesystem::path> file; ///< to be opened when the window is shown
+
+    std::string systemInformation() const {
+        SystemFacts facts{.operatingSystem = QSysInfo::prettyProductName().toStdString(),
+                          .toolkit = std::string("Qt ") + qVersion(),
+                          .boards = {},
+                          .settingsFile = store.location(stored::dataDir.application)};
+        for (int device = 1; device <= boards.count(); ++device)
+            facts.boards.push_back(boards.find(device)->description().name);
+        return tavex2::systemInformation(facts);
+    }
 
     TrialStorage storage() const {
         return {.fileBytes = [](int channels, std::int64_t samples) -> std::optional<std::uint64_t> {
@@ -158,6 +172,8 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
                                                     .toneFile = parts.toneFile,
                                                     .storage = parts.storage()},
                                   .programs = parts.programs,
+                                  .about = parts.about,
+                                  .systemInformation = [&parts] { return parts.systemInformation(); },
                                   .dialogs = parts.dialogs,
                                   .messages = parts.messages,
                                   .deviceDescription = [&parts] { return parts.analogInput.deviceDescription(); },

@@ -8,6 +8,7 @@
 #include "app/MenuState.h"
 #include "app/ui/FileWork.h"
 #include "app/ui/RecentFilesMenu.h"
+#include "app/ui/frmAbout.h"
 #include "app/ui/frmWaiting.h"
 #include "base/PathText.h"
 #include "base/PlainText.h"
@@ -69,6 +70,7 @@ frmMain::frmMain(ProgramState& state)
       m_waiting(new frmWaiting(this)), m_legend(new frmLegend(this)) {
     useIcons();
     m_ui->setupUi(this);
+    m_spreadsheets = {m_ui->mnuSpreadsheet_0, m_ui->mnuSpreadsheet_1, m_ui->mnuSpreadsheet_2};
     m_options = {m_ui->mnuOption_0, m_ui->mnuOption_1, m_ui->mnuOption_2, m_ui->mnuOption_3,
                  m_ui->mnuOption_4, m_ui->mnuOption_5, m_ui->mnuOption_6};
     setCentralWidget(m_graphs);
@@ -124,6 +126,7 @@ void frmMain::connectCommands(MainCommands commands) {
     connectFileAndDataCommands();
     connectViewCommands();
     connectOptions();
+    connectOutsidePrograms();
     disableUnbuiltCommands();
 }
 
@@ -172,8 +175,6 @@ void frmMain::connectViewCommands() {
 
     connect(m_ui->mnuView, &QMenu::aboutToShow, this,
             [this] { m_ui->mnuDigital->setEnabled(menuState(m_state).digital); });
-    OutsidePrograms& programs = m_commands->programs;
-    on({m_ui->mnuDigital}, [&programs] { programs.mnuDigital_Click(); });
 
     on({m_ui->mnuScale}, [this] { mnuScale_Click(); });
     on({m_ui->mnuResetScale}, [this] { mnuResetScale_Click(); });
@@ -199,6 +200,36 @@ void frmMain::connectOptions() {
        [this] { m_state.autosaveWithoutAsking = m_ui->mnuAutosaveWithoutAsking->isChecked(); });
 }
 
+void frmMain::connectOutsidePrograms() {
+    OutsidePrograms& programs = m_commands->programs;
+    const std::array analyse{m_ui->mnuProgram_0, m_ui->mnuProgram_1, m_ui->mnuProgram_2};
+    for (std::size_t index = 0; index < analyse.size(); ++index)
+        on({analyse[index]}, [&programs, index] { programs.mnuProgram_Click(static_cast<int>(index)); });
+    on({m_ui->tbLumidor2}, [&programs] { programs.mnuProgram_Click(0); });
+    connect(m_ui->mnuAnalyse, &QMenu::aboutToShow, this,
+            [this, &programs] { m_ui->mnuProgram_0->setEnabled(programs.siblingFound()); });
+    for (std::size_t index = 0; index < m_spreadsheets.size(); ++index)
+        on({m_spreadsheets[index]}, [this, &programs, index] {
+            programs.mnuSpreadsheet_Click(static_cast<int>(index));
+            checkSpreadsheet(spreadsheetItem(m_state.paths.SpreadsheetProgram));
+        });
+    on({m_ui->mnuDigital}, [&programs] { programs.mnuDigital_Click(); });
+    on({m_ui->mnuExplorer}, [&programs] { programs.mnuExplorer_Click(); });
+    on({m_ui->mnuNotepad}, [&programs] { programs.mnuNotepad_Click(); });
+
+    on({m_ui->mnuAbout_0}, [this] { frmAbout(m_commands->systemInformation, this).exec(); });
+    AboutCommands& about = m_commands->about;
+    const std::array others{m_ui->mnuAbout_1, m_ui->mnuAbout_2, m_ui->mnuAbout_3, m_ui->mnuAbout_4};
+    for (std::size_t item = 0; item < others.size(); ++item)
+        on({others[item]}, [&about, item] { about.mnuAbout_Click(static_cast<int>(item) + 1); });
+}
+
+/// Exactly the chosen program carries the mark.
+void frmMain::checkSpreadsheet(int item) {
+    for (std::size_t index = 0; index < m_spreadsheets.size(); ++index)
+        m_spreadsheets[index]->setChecked(static_cast<int>(index) == item);
+}
+
 /// Commands that this version does not have yet cannot be chosen and say why.
 void frmMain::disableUnbuiltCommands() {
     const QString reason = tr("not in this version yet");
@@ -216,8 +247,7 @@ void frmMain::showStartUp(int spreadsheetItem) {
     m_ui->mnuOption_0->setChecked(setup.Autosave);
     m_ui->mnuOption_3->setChecked(setup.StartMaximized);
     m_ui->mnuAutosaveWithoutAsking->setChecked(m_state.autosaveWithoutAsking);
-    const std::array items{m_ui->mnuSpreadsheet_0, m_ui->mnuSpreadsheet_1, m_ui->mnuSpreadsheet_2};
-    items[static_cast<std::size_t>(spreadsheetItem)]->setChecked(true);
+    checkSpreadsheet(spreadsheetItem);
     m_ui->mnuLastTrial->setChecked(m_state.flags.ShowLastTrial);
     m_ui->mnuAveragedTrials->setChecked(m_state.flags.ShowAveragedTrials);
     setMinimumSize(size()); // as it is before it is maximised

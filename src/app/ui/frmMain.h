@@ -5,6 +5,7 @@
 #include "acquisition/SetupDialog.h"
 #include "acquisition/records/ProgramState.h"
 #include "analysis/OverlayCommands.h"
+#include "app/AboutCommands.h"
 #include "app/OutsidePrograms.h"
 #include "files/ExportCommands.h"
 #include "files/FileView.h"
@@ -50,6 +51,8 @@ struct MainCommands {
     SetupCommands& setup;
     SetupServices setupServices;
     OutsidePrograms& programs;
+    AboutCommands& about;
+    std::function<std::string()> systemInformation; ///< what a bug report needs to know
     FileDialogs& dialogs;
     Messages& messages;
     std::function<std::string()> deviceDescription; ///< "Device: " and the selected board
@@ -110,6 +113,8 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     void connectFileAndDataCommands();
     void connectViewCommands();
     void connectOptions();
+    void connectOutsidePrograms();
+    void checkSpreadsheet(int item);
     void disableUnbuiltCommands();
 
     void openWith(const std::function<void()>& command);
@@ -142,6 +147,7 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     QProgressBar* m_progress;
     FileWork* m_fileWork = nullptr;
     std::array<QAction*, 7> m_options;
+    std::array<QAction*, 3> m_spreadsheets;
     QSet<const QAction*> m_built; ///< commands that this version has
     bool m_busyPointer = false;
     bool m_exiting = false;

@@ -1,18 +1,61 @@
 #include "platform/qt/DesktopShell.h"
 
 #include <QDesktopServices>
+#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <array>
+
 namespace tavex2 {
+
+namespace {
+
+bool openDocument(const QString& file) {
+    return QDesktopServices::openUrl(file.contains(QLatin1String("://")) ? QUrl(file) : QUrl::fromLocalFile(file));
+}
+
+/// Starts the first text editor that the machine has.
+bool startEditor() {
+    constexpr std::array editors{"gnome-text-editor", "gedit",   "kate",  "kwrite", "mousepad", "xed", "pluma",
+                                 "featherpad",        "leafpad", "geany", "gvim",   "emacs"};
+    for (const char* editor : editors)
+        if (const QString program = QStandardPaths::findExecutable(QLatin1String(editor)); !program.isEmpty())
+            return QProcess::startDetached(program, {});
+    return false;
+}
+
+} // namespace
 
 bool DesktopShell::execute(const ShellRequest& request) {
     const QString file = QString::fromStdString(request.file);
     const QStringList parameters = QProcess::splitCommand(QString::fromStdString(request.parameters));
     const QString program = QStandardPaths::findExecutable(file);
     if (!program.isEmpty()) return QProcess::startDetached(program, parameters, QString::fromStdString(request.folder));
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(parameters.isEmpty() ? file : parameters.back()));
+    return openDocument(parameters.isEmpty() ? file : parameters.back());
+}
+
+bool DesktopShell::run(const std::string& commandLine) {
+    const QString whole = QString::fromStdString(commandLine);
+    QStringList parts = QProcess::splitCommand(whole);
+    if (parts.isEmpty()) return false;
+    const QString name = parts.takeFirst();
+    if (const QString program = QStandardPaths::findExecutable(name); !program.isEmpty())
+        return QProcess::startDetached(program, parts);
+    if (name.compare(QLatin1String("Explorer.exe"), Qt::CaseInsensitive) == 0)
+        return openDocument(whole.mid(name.size() + 1)); // the folder stands there without quotes
+    if (name.compare(QLatin1String("notepad.exe"), Qt::CaseInsensitive) == 0) return startEditor();
+    return false;
+}
+
+bool DesktopShell::canRead(const std::string& folder, const std::string& name) const {
+    return QFile(QString::fromStdString(pathOf(folder, name))).open(QIODevice::ReadOnly);
+}
+
+std::string DesktopShell::pathOf(const std::string& folder, const std::string& name) const {
+    if (folder.empty() || folder.back() == '/') return folder + name;
+    return folder + '/' + name;
 }
 
 } // namespace tavex2

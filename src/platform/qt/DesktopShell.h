@@ -4,10 +4,14 @@
 
 namespace tavex2 {
 
-/// Programs by their name or path, documents by the desktop's own opener.
+/// Programs by their name or path; documents, folders and web pages by the desktop's own opener. Where a desktop lacks
+/// the file manager or the editor that is asked for by the name it has elsewhere, its own ones take their place.
 class DesktopShell final : public Shell {
   public:
     bool execute(const ShellRequest& request) override;
+    bool run(const std::string& commandLine) override;
+    bool canRead(const std::string& folder, const std::string& name) const override;
+    std::string pathOf(const std::string& folder, const std::string& name) const override;
 };
 
 } // namespace tavex2

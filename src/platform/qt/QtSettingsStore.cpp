@@ -38,4 +38,8 @@ void QtSettingsStore::write(std::string_view application, std::string_view secti
     open(application).setValue(path(section, key), text(value));
 }
 
+std::string QtSettingsStore::location(std::string_view application) const {
+    return open(application).fileName().toStdString();
+}
+
 } // namespace tavex2

@@ -11,6 +11,7 @@ class QtSettingsStore final : public SettingsStore {
                                     std::string_view key) const override;
     void write(std::string_view application, std::string_view section, std::string_view key,
                std::string_view value) override;
+    std::string location(std::string_view application) const override;
 };
 
 } // namespace tavex2
