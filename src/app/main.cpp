@@ -42,7 +42,7 @@ int runWindow(const WindowRequest& request, SettingsStore& store, int argc, char
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tavex2"));
     QApplication::setApplicationVersion(QLatin1String(versionText));
-    QApplication::setDesktopFileName(QStringLiteral("tavex2"));
+    QApplication::setDesktopFileName(QStringLiteral("io.tavex2.Tavex2"));
     SdlSound sound;
     auto program = WindowProgram::create(request, store, sound);
     if (!program) {

@@ -40,10 +40,11 @@ TEST_F(MainWindowTest, EveryCommandHasANameATextAndATip) {
         if (each->isSeparator() || each->menu() != nullptr || each->text().isEmpty()) continue;
         EXPECT_FALSE(each->objectName().isEmpty()) << each->text().toStdString();
         EXPECT_FALSE(each->toolTip().isEmpty()) << each->objectName().toStdString();
-        const QStringList waiting{
-            QStringLiteral("tbStop"),       QStringLiteral("tbZoom"),   QStringLiteral("tbPan"),
-            QStringLiteral("mnuMousePans"), QStringLiteral("mnuInfo"),  QStringLiteral("tbInformation"),
-            QStringLiteral("mnuOverlay"),   QStringLiteral("mnuClear"), QStringLiteral("mnuViewOverlay")};
+        const QStringList waiting{QStringLiteral("tbStop"),     QStringLiteral("tbZoom"),
+                                  QStringLiteral("tbPan"),      QStringLiteral("mnuMousePans"),
+                                  QStringLiteral("mnuInfo"),    QStringLiteral("tbInformation"),
+                                  QStringLiteral("tbLumidor2"), QStringLiteral("mnuOverlay"),
+                                  QStringLiteral("mnuClear"),   QStringLiteral("mnuViewOverlay")};
         const bool waitsForState =
             each->objectName().contains(QLatin1String("Save")) || waiting.contains(each->objectName());
         EXPECT_TRUE(each->isEnabled() || waitsForState ||
@@ -355,6 +356,17 @@ TEST_F(MainWindowTest, TheSpreadsheetItemWaitsForAFile) {
     });
     action("mnuDigital").trigger();
     EXPECT_TRUE(told.opened());
+}
+
+TEST_F(MainWindowTest, TheFirstStartTellsAboutTheSimulatedBoard) {
+    start({"Duration=0.05", "DIOMask=0"}, std::nullopt);
+    EXPECT_TRUE(status().startsWith(QLatin1String("The simulated board is in use"))) << status().toStdString();
+    collect();
+    EXPECT_FALSE(status().startsWith(QLatin1String("The simulated board is in use"))) << "until something happens";
+    saveAs(QString::fromStdString((folder / "First.lmb").string()));
+    window().close(); // which stores the settings
+    start({}, std::nullopt);
+    EXPECT_EQ(status(), QStringLiteral("Ready"));
 }
 
 TEST_F(MainWindowTest, TheChosenSpreadsheetCarriesTheMark) {

@@ -107,6 +107,7 @@ struct WindowProgram::Parts {
                        .random = [this] { return std::uniform_real_distribution<double>(0.0, 1.0)(generator); },
                        .toneFile = toneFile}};
     StartUpResult startUpResult;
+    bool firstStart = false;                   ///< this user has never left the program, and asked for no board
     std::optional<std::filesystem::path> file; ///< to be opened when the window is shown
 
     std::string systemInformation() const {
@@ -141,6 +142,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
     auto made = std::make_unique<Parts>(store, sound);
     Parts& parts = *made;
     parts.file = request.file;
+    parts.firstStart = !request.board && readText(store, stored::programDir, "").empty();
     // Paths on the command line are meant from the folder in which the program was started, which start-up leaves.
     AcqSettings& settings = parts.state.settings;
     Result<OpenBoards> boards = openBoards(request.board, store, parts.clock);
@@ -191,6 +193,10 @@ void WindowProgram::show() {
         m_parts->window.showMaximized();
     else
         m_parts->window.show();
+    if (m_parts->firstStart && m_parts->boards.find(1)->description().spec.starts_with("simulator"))
+        m_parts->window.setStatusText(
+            "The simulated board is in use, so everything can be tried. 'tavex2 boards' lists "
+            "the boards, --board chooses one.");
     // When the events run, so that the dialog opens over the window.
     if (m_parts->file) QTimer::singleShot(0, &m_parts->window, [this] { m_parts->window.openFile(*m_parts->file); });
 }

@@ -326,6 +326,7 @@ void frmMain::UpdateMenus() {
     m_ui->tbZoom->setEnabled(menus.dataCommands);
     m_ui->mnuInfo->setEnabled(menus.dataCommands);
     m_ui->tbInformation->setEnabled(menus.dataCommands);
+    m_ui->tbLumidor2->setEnabled(menus.dataCommands);
     m_ui->mnuOverlay->setEnabled(menus.overlay);
     for (QAction* action : {m_ui->mnuViewOverlay, m_ui->mnuClear})
         action->setEnabled(menus.overlayCommands);
