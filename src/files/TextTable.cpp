@@ -153,13 +153,16 @@ Result<void> writeRows(AtomicFile& file, const TrialArray& trial, double rateHz,
     } catch (const std::system_error&) {
         // The system has no more threads; those that there are do the work.
     }
-    queue.work([&](std::int64_t rows) {
+    const auto tell = [&](std::int64_t rows) {
         constexpr int thousand = 1000;
         if (progress && !progress(static_cast<int>(rows * thousand / trial.samples()), thousand))
             queue.end({ErrorKind::Cancelled, "The export was cancelled; no file was written."});
-    });
+    };
+    queue.work(tell);
     for (std::future<void>& other : others)
         other.get();
+    // The others may have been so quick that nobody has been asked yet.
+    if (queue.outcome()) tell(trial.samples());
     return queue.outcome();
 }
 

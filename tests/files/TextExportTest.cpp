@@ -136,6 +136,22 @@ void overlay(ProgramState& state, const std::vector<TrialData>& trials) {
     std::ranges::copy(trials, state.overlays.OverlayData.begin());
 }
 
+TEST_F(TextExportTest, ACancelIsAskedForAfterTheLastRowWhicheverThreadMadeIt) {
+    collect(m_state, trialOf({std::vector<double>(20'000, 1.0)}));
+    for (int attempt = 0; attempt < 50; ++attempt) {
+        int last = 0;
+        const auto untilTheEnd = [&last](int done, int of) {
+            last = done;
+            return done < of;
+        };
+        const auto cancelled = WriteTab(m_path, m_state, {IfExists::Replace, untilTheEnd});
+        ASSERT_EQ(last, 1000) << attempt;
+        ASSERT_FALSE(cancelled);
+        ASSERT_EQ(cancelled.error().kind, ErrorKind::Cancelled);
+        ASSERT_FALSE(std::filesystem::exists(m_path));
+    }
+}
+
 TEST_F(TextExportTest, AnOverlayFileHoldsTheMeanInSinglePrecision) {
     m_state.TrialName = "Arm0003";
     // 0.1 and 0.2 in single precision, and a sum that single precision rounds: 16777216 + 1 + 1 = 16777216.
