@@ -17,40 +17,40 @@ ExportCommands::ExportCommands(ProgramState& state, FileDialogs& dialogs, Messag
 
 void ExportCommands::mnuTab_Click() {
     if (!hasTrial()) return;
-    FileDialogRequest request;
-    request.title = "Export to tab-delimited (.tab) ASCII file";
-    request.defaultExtension = "tab";
-    request.filter = "Tab-delimited Files (*.tab)|*.tab|All Files (*.*)|*.*";
-    request.folder = pathFromText(m_state.paths.DataDir);
-    request.initialName = m_state.TrialName + ".tab";
-    const auto path = m_dialogs.askSaveName(request);
-    if (!path || path->empty()) return;
+    const auto path = askName("Export to tab-delimited (.tab) ASCII file", "tab",
+                              {.filter = "Tab-delimited Files (*.tab)|*.tab|All Files (*.*)|*.*"});
+    if (!path) return;
     const auto write = [this](const fs::path& to, const WriteOptions& how) { return WriteTab(to, m_state, how); };
     if (exportTo(*path, write)) enterTab(*path);
 }
 
 void ExportCommands::mnuLumidor_Click() {
     if (!hasTrial()) return;
-    exportLma("All Files (*.*)|*.*|Lumidor Files (*.lma)|*.lma", 1,
+    exportLma({.filter = "All Files (*.*)|*.*|Lumidor Files (*.lma)|*.lma", .selected = 1},
               [this](const fs::path& to, const WriteOptions& how) { return WriteLma(to, m_state, how); });
 }
 
 void ExportCommands::mnuLumidorO_Click() {
-    exportLma("Lumidor Files (*.lma)|*.lma|All Files (*.*)|*.*", 0,
+    exportLma({.filter = "Lumidor Files (*.lma)|*.lma|All Files (*.*)|*.*"},
               [this](const fs::path& to, const WriteOptions& how) { return WriteOverlayLma(to, m_state, how); });
 }
 
-void ExportCommands::exportLma(const std::string& filter, int filterIndex, const Write& write) {
+void ExportCommands::exportLma(const FileKinds& kinds, const Write& write) {
+    const auto path = askName("Save As", "lma", kinds);
+    if (path && exportTo(*path, write)) m_view.setStatusText("Exported to " + pathText(*path));
+}
+
+std::optional<fs::path> ExportCommands::askName(const std::string& title, const std::string& extension,
+                                                const FileKinds& kinds) {
     FileDialogRequest request;
-    request.title = "Save As";
-    request.defaultExtension = "lma";
-    request.filter = filter;
-    request.filterIndex = filterIndex;
+    request.title = title;
+    request.defaultExtension = extension;
+    request.filter = kinds.filter;
+    request.filterIndex = kinds.selected;
     request.folder = pathFromText(m_state.paths.DataDir);
-    request.initialName = m_state.TrialName + ".lma";
+    request.initialName = m_state.TrialName + "." + extension;
     const auto path = m_dialogs.askSaveName(request);
-    if (!path || path->empty()) return;
-    if (exportTo(*path, write)) m_view.setStatusText("Exported to " + pathText(*path));
+    return path && !path->empty() ? path : std::nullopt;
 }
 
 void ExportCommands::autosaveTab() {

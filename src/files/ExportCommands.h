@@ -8,6 +8,8 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
+#include <string>
 
 namespace tavex2 {
 
@@ -32,8 +34,17 @@ class ExportCommands {
   private:
     using Write = std::function<Result<void>(const std::filesystem::path&, const WriteOptions&)>;
 
+    /// The kinds of files that a dialog offers.
+    struct FileKinds {
+        std::string filter;
+        int selected = 0; ///< the entry that is chosen at first
+    };
+
     bool hasTrial();
-    void exportLma(const std::string& filter, int filterIndex, const Write& write);
+    void exportLma(const FileKinds& kinds, const Write& write);
+    /// No value when the user cancelled.
+    std::optional<std::filesystem::path> askName(const std::string& title, const std::string& extension,
+                                                 const FileKinds& kinds);
     bool exportTo(const std::filesystem::path& path, const Write& write);
     WriteOptions options(IfExists ifExists);
     void tellFailure(const std::filesystem::path& path, const Error& error);
