@@ -35,7 +35,6 @@ class ChannelMeasures {
     ChannelMeasures(std::shared_ptr<const TrialPyramid> pyramid, int row, double rateHz);
 
     std::int64_t samples() const { return m_pyramid ? m_pyramid->samples() : 0; }
-    double rateHz() const { return m_rateHz; }
 
     /// The readings between two samples, both included, in either order. The integral is
     /// dt / 6 x sum of (x[j-1] + 4 x[j] + x[j+1]) over the stretch: Simpson's rule about every sample. Beyond the ends

@@ -1,6 +1,7 @@
 #include "analysis/ReadingsText.h"
 
 #include "base/Decimal.h"
+#include "base/Windows1252.h"
 
 #include <cmath>
 #include <initializer_list>
@@ -33,6 +34,13 @@ ReadingTexts textsOf(double cursor1, double cursor2, const std::optional<Reading
         texts.peakToPeak = fixedDecimal(readings->peakToPeak(), 4);
     }
     return texts;
+}
+
+ReadingsLine readingsLine(const std::string& trial, const LmbHeader& header, int channel, const ReadingTexts& texts) {
+    return {.trial = trial,
+            .channel = utf8FromWindows1252(labelOf(header, channel)),
+            .unit = utf8FromWindows1252(channelUnitOf(header, channel)),
+            .texts = texts};
 }
 
 std::string readingsTable(const std::vector<ReadingsLine>& lines) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "acquisition/records/LmbHeader.h"
 #include "analysis/ChannelMeasures.h"
 
 #include <optional>
@@ -24,6 +25,9 @@ struct ReadingsLine {
     std::string unit;
     ReadingTexts texts;
 };
+
+/// The line of a channel, which the header names.
+ReadingsLine readingsLine(const std::string& trial, const LmbHeader& header, int channel, const ReadingTexts& texts);
 
 /// A table for spreadsheets: a heading and a line each, separated by tabs.
 std::string readingsTable(const std::vector<ReadingsLine>& lines);

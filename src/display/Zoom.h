@@ -18,6 +18,9 @@ struct ViewPlace {
     double voltage = 0.5;
 };
 
+/// By how much a notch of the wheel, or a key, scales a view.
+inline constexpr double zoomNotchFactor = 0.8;
+
 /// Where a point (x s, y V) lies in a graph's view; the middle where the view has no extent.
 ViewPlace placeInView(const GraphControl& graph, double x, double y);
 

@@ -78,7 +78,7 @@ bool ExportCommands::hasTrial() {
 }
 
 WriteOptions ExportCommands::options(IfExists ifExists) {
-    return {ifExists, [this](int done, int of) { return m_view.fileProgress(done, of); }};
+    return {ifExists, progressOn(m_view)};
 }
 
 bool ExportCommands::exportTo(const fs::path& path, const Write& write) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/FileProgress.h"
+
 #include <string>
 
 namespace tavex2 {
@@ -21,5 +23,10 @@ class FileView {
     virtual void RedrawTrials() = 0;
     virtual void setStatusText(const std::string& text) = 0;
 };
+
+/// Shows progress on a view, which outlives the work.
+inline FileProgress progressOn(FileView& view) {
+    return [&view](int done, int of) { return view.fileProgress(done, of); };
+}
 
 } // namespace tavex2

@@ -63,8 +63,7 @@ bool OpenCommands::ReadLmb(const fs::path& path) {
         m_messages.show({"File format was not a Lumidor2 binary file (.LMB) or file is corrupt.", "File Type Error",
                          MessageIcon::Exclamation, MessageButtons::Ok});
     }
-    Result<LmbFile> read = readLmbFile(
-        file, [this](int done, int channels) { return m_view.fileProgress(done, channels); }, start);
+    Result<LmbFile> read = readLmbFile(file, progressOn(m_view), start);
     m_view.setBusyPointer(false);
     if (!read) {
         m_view.setStatusText(read.error().text);

@@ -73,9 +73,7 @@ bool SaveCommands::saveChosen(const fs::path& chosen) {
     }
 
     m_view.setBusyPointer(true);
-    const Result<void> written =
-        WriteLmb(path, m_state, m_now(),
-                 {IfExists::Replace, [this](int done, int channels) { return m_view.fileProgress(done, channels); }});
+    const Result<void> written = WriteLmb(path, m_state, m_now(), {IfExists::Replace, progressOn(m_view)});
     m_view.setBusyPointer(false);
     if (written)
         enterSaved(path);
@@ -94,8 +92,7 @@ bool SaveCommands::mayReplace(const fs::path& path) {
 bool SaveCommands::saveUnasked() {
     const fs::path folder = absolutePath(m_state.paths.DataDir.empty() ? "." : pathFromText(m_state.paths.DataDir));
     m_view.setBusyPointer(true);
-    const Result<fs::path> written = WriteLmbToFreeName(
-        folder, m_state, m_now(), [this](int done, int channels) { return m_view.fileProgress(done, channels); });
+    const Result<fs::path> written = WriteLmbToFreeName(folder, m_state, m_now(), progressOn(m_view));
     m_view.setBusyPointer(false);
     if (!written) {
         showFailure(folder / pathFromText(m_state.TrialName + ".lmb"), written.error());

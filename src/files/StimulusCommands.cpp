@@ -52,8 +52,7 @@ void StimulusCommands::mnuPulvo_Click() {
 
     m_state.paths.LastFile = pathText(fs::absolute(*path));
     m_view.setBusyPointer(true);
-    const Result<void> written =
-        WritePlv(*path, m_state, [this](int done, int of) { return m_view.fileProgress(done, of); });
+    const Result<void> written = WritePlv(*path, m_state, progressOn(m_view));
     m_view.setBusyPointer(false);
     if (!written) {
         m_messages.show({"Error saving " + pathText(*path) + "\n" + written.error().text, "Error",
@@ -94,7 +93,7 @@ void StimulusCommands::importPlv(const fs::path& path) {
     if (!mayReplaceTrial(m_state, m_messages, m_saveTrial)) return;
     const fs::path file = fs::absolute(path);
     m_view.setBusyPointer(true);
-    Result<StimulusFile> read = readPlvFile(file, [this](int done, int of) { return m_view.fileProgress(done, of); });
+    Result<StimulusFile> read = readPlvFile(file, progressOn(m_view));
     m_view.setBusyPointer(false);
     if (!read) {
         tellUnreadable(file, read.error());

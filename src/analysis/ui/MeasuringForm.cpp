@@ -1,8 +1,7 @@
 #include "analysis/ui/MeasuringForm.h"
 
-#include "analysis/CursorPlace.h"
 #include "base/Windows1252.h"
-#include "display/WindowLayout.h"
+#include "display/CursorPlace.h"
 #include "display/Zoom.h"
 #include "platform/qt/CenterForm.h"
 
@@ -24,7 +23,6 @@ namespace tavex2 {
 
 namespace {
 
-constexpr double notchFactor = 0.8; // as the wheel in the main window
 constexpr QSize startSize(820, 560);
 
 } // namespace
@@ -128,7 +126,7 @@ void MeasuringForm::addGraph() {
     m_middle->addWidget(m_graph, 1);
     connect(m_cursors, &GraphCursors::moved, this, &MeasuringForm::CursorChange);
     connect(m_graph, &CWGraph::wheelTurned, this, [this](double notches, double x, double y) {
-        zoomAround(*m_graph, placeInView(*m_graph, x, y), std::pow(notchFactor, notches));
+        zoomAround(*m_graph, placeInView(*m_graph, x, y), std::pow(zoomNotchFactor, notches));
     });
     connect(m_graph, &CWGraph::doubleClicked, this, [this] {
         m_graph->rescaleOnce(CWGraph::Axis::Time);
@@ -138,9 +136,9 @@ void MeasuringForm::addGraph() {
 
 void MeasuringForm::fillChannels(int channels, const LmbHeader& header) {
     const QSignalBlocker quiet(m_channels);
+    const LmbHeader defaults;
     for (int each = 0; each < channels; ++each) {
         QString text = QStringLiteral("Channel %1").arg(each);
-        const LmbHeader defaults;
         if (labelOf(header, each) != labelOf(defaults, each) ||
             channelUnitOf(header, each) != channelUnitOf(defaults, each))
             text += QStringLiteral("  %1 (%2)")
@@ -196,10 +194,7 @@ void MeasuringForm::CursorChange() {
 
 ReadingsLine MeasuringForm::lineOf(const std::string& trial, int channel, const LmbHeader& header,
                                    const std::optional<Readings>& readings) const {
-    return {.trial = trial,
-            .channel = utf8FromWindows1252(labelOf(header, channel)),
-            .unit = utf8FromWindows1252(channelUnitOf(header, channel)),
-            .texts = textsOf(m_cursors->seconds(0), m_cursors->seconds(1), readings)};
+    return readingsLine(trial, header, channel, textsOf(m_cursors->seconds(0), m_cursors->seconds(1), readings));
 }
 
 void MeasuringForm::showReadings(bool shown) {

@@ -1,11 +1,10 @@
 #include "app/cli/MeasureCommand.h"
 
 #include "analysis/ChannelMeasures.h"
-#include "analysis/CursorPlace.h"
 #include "analysis/ReadingsText.h"
 #include "app/cli/TrialFile.h"
 #include "base/PathText.h"
-#include "base/Windows1252.h"
+#include "display/CursorPlace.h"
 
 #include <nlohmann/json.hpp>
 
@@ -66,10 +65,8 @@ Result<void> measureFile(const MeasureRequest& request, std::ostream& out) {
                                           {"to", to}};
         out << json.dump(2) << '\n';
     } else {
-        out << readingsTable({{.trial = pathText(request.file.stem()),
-                               .channel = utf8FromWindows1252(labelOf(state.header, request.channel)),
-                               .unit = utf8FromWindows1252(channelUnitOf(state.header, request.channel)),
-                               .texts = textsOf(from, to, readings)}});
+        out << readingsTable(
+            {readingsLine(pathText(request.file.stem()), state.header, request.channel, textsOf(from, to, readings))});
     }
     return {};
 }

@@ -1,5 +1,7 @@
 #include "display/ui/GraphCursors.h"
 
+#include "display/CursorPlace.h"
+
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -62,13 +64,17 @@ GraphCursors::Line GraphCursors::makeLine(int cursor) {
 void GraphCursors::setSamples(std::int64_t count, double intervalSeconds) {
     m_count = count;
     m_intervalSeconds = intervalSeconds;
-    for (int cursor : {0, 1})
-        setSample(cursor, sample(cursor));
+    for (std::int64_t& sample : m_samples)
+        sample = inside(sample);
+    show();
+}
+
+std::int64_t GraphCursors::inside(std::int64_t sample) const {
+    return std::clamp<std::int64_t>(sample, 0, std::max<std::int64_t>(m_count, 1) - 1);
 }
 
 void GraphCursors::setSample(int cursor, std::int64_t sample) {
-    m_samples[static_cast<std::size_t>(cursor)] =
-        std::clamp<std::int64_t>(sample, 0, std::max<std::int64_t>(m_count, 1) - 1);
+    m_samples[static_cast<std::size_t>(cursor)] = inside(sample);
     show();
 }
 
@@ -91,9 +97,8 @@ void GraphCursors::grabAt(double x) {
 
 void GraphCursors::drag(double x) {
     if (m_count == 0) return;
-    const auto place = static_cast<std::int64_t>(std::llround((x + m_grabOffset) / m_intervalSeconds));
     const std::int64_t before = sample(m_marked);
-    setSample(m_marked, place);
+    setSample(m_marked, nearestSample(x + m_grabOffset, 1.0 / m_intervalSeconds, m_count));
     if (sample(m_marked) != before) Q_EMIT moved();
 }
 

@@ -46,6 +46,7 @@ class GraphCursors final : public QObject {
     };
 
     Line makeLine(int cursor);
+    std::int64_t inside(std::int64_t sample) const;
     void grabAt(double x);
     void drag(double x);
     bool keyPressed(const QKeyEvent& event);

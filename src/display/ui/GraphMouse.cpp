@@ -8,8 +8,7 @@ namespace tavex2 {
 
 namespace {
 
-constexpr double notchFactor = 0.8; ///< of the wheel and of the keys
-constexpr double keyShare = 0.1;    ///< of the view that an arrow key moves it by
+constexpr double keyShare = 0.1; ///< of the view that an arrow key moves it by
 
 } // namespace
 
@@ -67,7 +66,7 @@ bool GraphMouse::zoomingAllowed() const {
 void GraphMouse::turnWheel(const CWGraph& graph, double notches, double x, double y) {
     if (!zoomingAllowed()) return;
     const ViewPlace place = placeInView(graph, x, y);
-    zoomAllAround(place.time, place.voltage, std::pow(notchFactor, notches));
+    zoomAllAround(place.time, place.voltage, std::pow(zoomNotchFactor, notches));
 }
 
 void GraphMouse::zoomAllAround(double time, double voltage, double factor) {
@@ -95,10 +94,10 @@ bool GraphMouse::keyPressed(int key) {
         return true;
     case Qt::Key_Plus:
     case Qt::Key_Equal: // the key of + without Shift
-        zoomAllAround(0.5, 0.5, notchFactor);
+        zoomAllAround(0.5, 0.5, zoomNotchFactor);
         return true;
     case Qt::Key_Minus:
-        zoomAllAround(0.5, 0.5, 1 / notchFactor);
+        zoomAllAround(0.5, 0.5, 1 / zoomNotchFactor);
         return true;
     case Qt::Key_Home:
         Q_EMIT fullViewWanted();

@@ -1,4 +1,4 @@
-#include "analysis/CursorPlace.h"
+#include "display/CursorPlace.h"
 
 #include <algorithm>
 #include <cmath>
