@@ -25,7 +25,7 @@ AboutCommands::AboutCommands(const SettingsStore& store, Messages& messages, She
 void AboutCommands::mnuAbout_Click(int index) {
     switch (index) {
     case 1:
-        (void)m_shell.run("WinHlp32.EXE");
+        m_shell.run("WinHlp32.EXE");
         break;
     case 2:
         update();
@@ -60,7 +60,7 @@ void AboutCommands::open(const std::string& page, ShowMode show) {
                              std::string(stored::softwarePage.key) + "\".",
                          programName, MessageIcon::Information, MessageButtons::Ok});
     else
-        (void)m_shell.execute({.file = page, .parameters = {}, .folder = {}, .show = show});
+        m_shell.execute({.file = page, .parameters = {}, .folder = {}, .show = show});
 }
 
 } // namespace tavex2

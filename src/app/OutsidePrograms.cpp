@@ -63,14 +63,14 @@ void OutsidePrograms::startSibling() {
         request.file = sibling; // found through the search path
     else
         request.parameters = m_state.LastSavedName; // as it is: the program takes the rest of the line
-    (void)m_services.shell.execute(request);
+    m_services.shell.execute(request);
 }
 
 void OutsidePrograms::openTableWith(const std::string& program) {
     if (m_state.LastTabExport.empty())
         m_services.messages.show(saveFirst("You must Export your current data first to a tab-delimited file."));
     else
-        (void)m_services.shell.execute({.file = program, .parameters = inQuotes(m_state.LastTabExport), .folder = {}});
+        m_services.shell.execute({.file = program, .parameters = inQuotes(m_state.LastTabExport), .folder = {}});
 }
 
 void OutsidePrograms::mnuSpreadsheet_Click(int index) {
@@ -95,11 +95,11 @@ void OutsidePrograms::mnuDigital_Click() {
 }
 
 void OutsidePrograms::mnuExplorer_Click() {
-    (void)m_services.shell.run("Explorer.exe " + m_state.paths.DataDir);
+    m_services.shell.run("Explorer.exe " + m_state.paths.DataDir);
 }
 
 void OutsidePrograms::mnuNotepad_Click() {
-    (void)m_services.shell.run("notepad.exe");
+    m_services.shell.run("notepad.exe");
 }
 
 } // namespace tavex2

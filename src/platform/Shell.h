@@ -17,24 +17,38 @@ struct ShellRequest {
     friend bool operator==(const ShellRequest&, const ShellRequest&) = default;
 };
 
-/// Starts other programs. User-interface thread.
+/// Starts other programs and does not wait for them. User-interface thread.
+///
+/// A start that fails is not told: programs and desktops do that themselves, each in its own way. Only a number is kept, as
+/// Windows counts it: above 32 when something was started, else the reason.
 class Shell {
   public:
+    static constexpr int started = 33;
+    static constexpr int fileNotFound = 2;
+
     virtual ~Shell() = default;
 
-    /// Opens something and does not wait for it; False when nothing could be started. A program that this system does
-    /// not have gives way to what the desktop offers for the document in the parameters.
-    virtual bool execute(const ShellRequest& request) = 0;
+    /// Opens something. A program that this system does not have gives way to what the desktop offers for the document in
+    /// the parameters.
+    void execute(const ShellRequest& request) { m_lastResult = open(request); }
 
-    /// Starts a program by its command line in a normal window that gets the focus; False when nothing could be
-    /// started.
-    virtual bool run(const std::string& commandLine) = 0;
+    /// Starts a program by its command line in a normal window that gets the focus.
+    void run(const std::string& commandLine) { m_lastResult = start(commandLine); }
+
+    /// The number of the last start.
+    int lastResult() const { return m_lastResult; }
 
     /// Whether a file can be opened for reading; its folder may be empty.
     virtual bool canRead(const std::string& folder, const std::string& name) const = 0;
 
     /// A file in a folder as this system writes it; a separator at the folder's end is not doubled.
     virtual std::string pathOf(const std::string& folder, const std::string& name) const = 0;
+
+  private:
+    virtual int open(const ShellRequest& request) = 0;
+    virtual int start(const std::string& commandLine) = 0;
+
+    int m_lastResult = 0;
 };
 
 } // namespace tavex2

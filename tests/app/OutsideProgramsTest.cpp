@@ -25,7 +25,7 @@ class OutsideProgramsTest : public testing::Test {
         EXPECT_EQ(messages.shown[0].text, text);
         EXPECT_EQ(messages.shown[0].title, "Save Data First");
         EXPECT_EQ(messages.shown[0].icon, MessageIcon::Information);
-        EXPECT_THAT(shell.started, IsEmpty());
+        EXPECT_THAT(shell.requests, IsEmpty());
     }
 
     ProgramState state;
@@ -40,21 +40,21 @@ TEST_F(OutsideProgramsTest, TheSiblingOpensTheLastTableInTheDataFolder) {
     state.LastTabExport = "/my data/a b.tab";
     state.LastSavedName = "Trial0001.lmb";
     programs.mnuProgram_Click(0);
-    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "\"/my data/a b.tab\"", "/my data",
-                                                        ShowMode::Normal}));
+    EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "\"/my data/a b.tab\"", "/my data",
+                                                         ShowMode::Normal}));
     EXPECT_EQ(store.values["Lumidor2/Startup/Datadir"], "/my data");
 }
 
 TEST_F(OutsideProgramsTest, WithoutATableTheSiblingOpensTheSavedFileUnquoted) {
     state.LastSavedName = "Trial 1.lmb";
     programs.mnuProgram_Click(0);
-    EXPECT_THAT(shell.started,
+    EXPECT_THAT(shell.requests,
                 ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "Trial 1.lmb", "/my data", ShowMode::Normal}));
 }
 
 TEST_F(OutsideProgramsTest, WithoutAnyFileTheSiblingIsFoundThroughTheSearchPath) {
     programs.mnuProgram_Click(0);
-    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"Lumidor2.exe", "", "/my data", ShowMode::Normal}));
+    EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"Lumidor2.exe", "", "/my data", ShowMode::Normal}));
 }
 
 TEST_F(OutsideProgramsTest, AnUnsavedTrialKeepsTheSiblingFromStarting) {
@@ -74,7 +74,7 @@ TEST_F(OutsideProgramsTest, TheSiblingIsLookedForInItsOwnFolderElseInTheLaborato
     programs.mnuProgram_Click(0);
     state.LastSavedName = "a.lmb";
     programs.mnuProgram_Click(0);
-    EXPECT_EQ(shell.started.at(1).file, "/lab|Lumidor2.exe");
+    EXPECT_EQ(shell.requests.at(1).file, "/lab|Lumidor2.exe");
     state.paths.SiblingProgramDir.clear();
     EXPECT_FALSE(programs.siblingFound());
     shell.readable = {"Lumidor2.exe"};
@@ -86,15 +86,15 @@ TEST_F(OutsideProgramsTest, TheAnalyzeMenusSpreadsheetsOpenTheLastTable) {
     state.flags.TrialNotSaved = true; // the table is what counts
     programs.mnuProgram_Click(1);
     programs.mnuProgram_Click(2);
-    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"QPW.exe", "\"/d/a.tab\"", "", ShowMode::Normal},
-                                           ShellRequest{"Excel.exe", "\"/d/a.tab\"", "", ShowMode::Normal}));
+    EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"QPW.exe", "\"/d/a.tab\"", "", ShowMode::Normal},
+                                            ShellRequest{"Excel.exe", "\"/d/a.tab\"", "", ShowMode::Normal}));
 }
 
 TEST_F(OutsideProgramsTest, TheLastTableGoesToTheChosenSpreadsheet) {
     state.paths.SpreadsheetProgram = "calc.exe";
     state.LastTabExport = "/d/my trials/a.tab";
     programs.mnuDigital_Click();
-    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"calc.exe", "\"/d/my trials/a.tab\"", "", ShowMode::Normal}));
+    EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"calc.exe", "\"/d/my trials/a.tab\"", "", ShowMode::Normal}));
     EXPECT_THAT(messages.shown, IsEmpty());
 }
 
@@ -149,15 +149,15 @@ TEST_F(AboutCommandsTest, WebPagesOpenWithoutActivation) {
     store.values["Tavex2/Startup/Website"] = "https://tavex2.test/";
     about.mnuAbout_Click(3);
     about.mnuAbout_Click(4);
-    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"https://tavex2.test/", "", "", ShowMode::WithoutActivation},
-                                           ShellRequest{"https://www.ni.com/", "", "", ShowMode::WithoutActivation}));
+    EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"https://tavex2.test/", "", "", ShowMode::WithoutActivation},
+                                            ShellRequest{"https://www.ni.com/", "", "", ShowMode::WithoutActivation}));
     about.mnuAbout_Click(1);
     EXPECT_THAT(shell.commandLines, ElementsAre("WinHlp32.EXE"));
 }
 
 TEST_F(AboutCommandsTest, APageThatWasNeverSetIsTold) {
     about.mnuAbout_Click(3);
-    EXPECT_THAT(shell.started, IsEmpty());
+    EXPECT_THAT(shell.requests, IsEmpty());
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_THAT(messages.shown[0].text, HasSubstr("\"Website\""));
 }
@@ -166,7 +166,7 @@ TEST_F(AboutCommandsTest, TheUpdateDialogAsksTwiceAndOpensThePage) {
     store.values["Tavex2/Startup/Website"] = "https://tavex2.test/";
     messages.answers = {MessageAnswer::No};
     about.mnuAbout_Click(2);
-    EXPECT_THAT(shell.started, IsEmpty());
+    EXPECT_THAT(shell.requests, IsEmpty());
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(messages.shown[0].title, "Update Tavex2 Yes/No?");
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Question);
@@ -180,13 +180,13 @@ TEST_F(AboutCommandsTest, TheUpdateDialogAsksTwiceAndOpensThePage) {
     EXPECT_EQ(messages.shown[2].title, "Exit?");
     EXPECT_EQ(messages.shown[2].text,
               "To use the new version you must exit and reload Tavex2.\n\nDo you want to exit now?");
-    EXPECT_THAT(shell.started, ElementsAre(ShellRequest{"https://tavex2.test/", "", "", ShowMode::Normal}))
+    EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"https://tavex2.test/", "", "", ShowMode::Normal}))
         << "also after No";
     EXPECT_EQ(ends, 0);
 
     messages.answers = {MessageAnswer::Yes, MessageAnswer::Yes};
     about.mnuAbout_Click(2);
-    EXPECT_EQ(shell.started.size(), 2U);
+    EXPECT_EQ(shell.requests.size(), 2U);
     EXPECT_EQ(ends, 1);
 }
 

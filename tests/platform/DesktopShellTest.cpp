@@ -31,15 +31,19 @@ class DesktopShellTest : public testing::Test {
 
 TEST_F(DesktopShellTest, StartsAProgramWithItsParametersInItsFolder) {
     const std::string elsewhere = folder.path().parent_path().string();
-    ASSERT_TRUE(shell.execute({.file = program.string(), .parameters = "\"/d/my trials/a.tab\"", .folder = elsewhere}));
+    shell.execute({.file = program.string(), .parameters = "\"/d/my trials/a.tab\"", .folder = elsewhere});
+    EXPECT_GT(shell.lastResult(), 32);
     EXPECT_EQ(answer(), elsewhere + "|/d/my trials/a.tab");
 }
 
 TEST_F(DesktopShellTest, StartsAProgramByItsCommandLine) {
-    ASSERT_TRUE(shell.run("\"" + program.string() + "\" one two"));
+    shell.run("\"" + program.string() + "\" one two");
+    EXPECT_GT(shell.lastResult(), 32);
     EXPECT_TRUE(answer().ends_with("|one"));
-    EXPECT_FALSE(shell.run("no-such-program.exe"));
-    EXPECT_FALSE(shell.run(""));
+    for (const char* nothing : {"no-such-program.exe", ""}) {
+        shell.run(nothing);
+        EXPECT_EQ(shell.lastResult(), Shell::fileNotFound);
+    }
 }
 
 TEST_F(DesktopShellTest, TellsWhetherAFileCanBeRead) {

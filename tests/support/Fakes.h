@@ -260,14 +260,6 @@ class FakeDialogs final : public FileDialogs {
 /// Remembers what it was asked to start.
 class FakeShell final : public Shell {
   public:
-    bool execute(const ShellRequest& request) override {
-        started.push_back(request);
-        return true;
-    }
-    bool run(const std::string& commandLine) override {
-        commandLines.push_back(commandLine);
-        return true;
-    }
     bool canRead(const std::string& folder, const std::string& name) const override {
         return readable.contains(pathOf(folder, name));
     }
@@ -275,9 +267,19 @@ class FakeShell final : public Shell {
         return folder.empty() ? name : folder + "|" + name;
     }
 
-    std::vector<ShellRequest> started;
+    std::vector<ShellRequest> requests;
     std::vector<std::string> commandLines;
     std::set<std::string> readable;
+
+  private:
+    int open(const ShellRequest& request) override {
+        requests.push_back(request);
+        return started;
+    }
+    int start(const std::string& commandLine) override {
+        commandLines.push_back(commandLine);
+        return started;
+    }
 };
 
 /// The settings of a user, in memory.

@@ -12,6 +12,10 @@ namespace tavex2 {
 
 namespace {
 
+int result(bool started) {
+    return started ? Shell::started : Shell::fileNotFound;
+}
+
 bool openDocument(const QString& file) {
     return QDesktopServices::openUrl(file.contains(QLatin1String("://")) ? QUrl(file) : QUrl::fromLocalFile(file));
 }
@@ -28,25 +32,26 @@ bool startEditor() {
 
 } // namespace
 
-bool DesktopShell::execute(const ShellRequest& request) {
+int DesktopShell::open(const ShellRequest& request) {
     const QString file = QString::fromStdString(request.file);
     const QStringList parameters = QProcess::splitCommand(QString::fromStdString(request.parameters));
     const QString program = QStandardPaths::findExecutable(file);
-    if (!program.isEmpty()) return QProcess::startDetached(program, parameters, QString::fromStdString(request.folder));
-    return openDocument(parameters.isEmpty() ? file : parameters.back());
+    if (!program.isEmpty())
+        return result(QProcess::startDetached(program, parameters, QString::fromStdString(request.folder)));
+    return result(openDocument(parameters.isEmpty() ? file : parameters.back()));
 }
 
-bool DesktopShell::run(const std::string& commandLine) {
+int DesktopShell::start(const std::string& commandLine) {
     const QString whole = QString::fromStdString(commandLine);
     QStringList parts = QProcess::splitCommand(whole);
-    if (parts.isEmpty()) return false;
+    if (parts.isEmpty()) return fileNotFound;
     const QString name = parts.takeFirst();
     if (const QString program = QStandardPaths::findExecutable(name); !program.isEmpty())
-        return QProcess::startDetached(program, parts);
+        return result(QProcess::startDetached(program, parts));
     if (name.compare(QLatin1String("Explorer.exe"), Qt::CaseInsensitive) == 0)
-        return openDocument(whole.mid(name.size() + 1)); // the folder stands there without quotes
-    if (name.compare(QLatin1String("notepad.exe"), Qt::CaseInsensitive) == 0) return startEditor();
-    return false;
+        return result(openDocument(whole.mid(name.size() + 1))); // the folder stands there without quotes
+    if (name.compare(QLatin1String("notepad.exe"), Qt::CaseInsensitive) == 0) return result(startEditor());
+    return fileNotFound;
 }
 
 bool DesktopShell::canRead(const std::string& folder, const std::string& name) const {

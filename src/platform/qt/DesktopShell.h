@@ -8,10 +8,12 @@ namespace tavex2 {
 /// the file manager or the editor that is asked for by the name it has elsewhere, its own ones take their place.
 class DesktopShell final : public Shell {
   public:
-    bool execute(const ShellRequest& request) override;
-    bool run(const std::string& commandLine) override;
     bool canRead(const std::string& folder, const std::string& name) const override;
     std::string pathOf(const std::string& folder, const std::string& name) const override;
+
+  private:
+    int open(const ShellRequest& request) override;
+    int start(const std::string& commandLine) override;
 };
 
 } // namespace tavex2
