@@ -4,6 +4,8 @@
 #include "platform/qt/CenterForm.h"
 #include "ui_frmProperties.h"
 
+#include <QWhatsThis>
+
 #include <array>
 #include <utility>
 
@@ -25,6 +27,7 @@ frmProperties::frmProperties(ProgramState& state, SetupServices services, QWidge
     bindDevice();
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmProperties::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmProperties::reject);
+    connect(m_ui->cmdWhatsThis, &QToolButton::clicked, this, [] { QWhatsThis::enterWhatsThisMode(); });
     showState();
 }
 
@@ -171,6 +174,7 @@ void frmProperties::showState() {
     for (QRadioButton* each : {m_ui->optSaveType_0, m_ui->optSaveType_1})
         each->setEnabled(c.chkAutosave);
     m_ui->txtDevice->setText(QString::fromStdString(c.txtDevice));
+    m_ui->txtDevice->setCursorPosition(0); // a long name shows its beginning
 
     const SetupMeaning meaning = m_dialog.meaning();
     QString text = QString::fromStdString(meaning.summary).toHtmlEscaped();

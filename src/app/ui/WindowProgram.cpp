@@ -13,6 +13,9 @@
 #include "files/ExportCommands.h"
 #include "files/LmbLayout.h"
 #include "files/SaveCommands.h"
+#include "help/HelpCommands.h"
+#include "help/ui/HelpKeys.h"
+#include "help/ui/HelpWindow.h"
 #include "platform/AnalogInput.h"
 #include "platform/BoardList.h"
 #include "platform/DigitalOutput.h"
@@ -92,6 +95,9 @@ struct WindowProgram::Parts {
     DesktopShell shell;
     OutsidePrograms programs{state, {.store = store, .messages = messages, .dialogs = dialogs, .shell = shell}};
     AboutCommands about{store, messages, shell, [] { QCoreApplication::exit(); }}; // which asks nothing
+    HelpWindow helpWindow;
+    HelpCommands help{helpFolder(programFolder()), helpWindow, messages};
+    HelpKeys helpKeys{help};
     OverlayCommands overlays{state, messages, [this] { window.UpdateMenus(); }};
     AutosaveSink sink{save, exports};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
@@ -175,6 +181,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
                                                     .storage = parts.storage()},
                                   .programs = parts.programs,
                                   .about = parts.about,
+                                  .help = parts.help,
                                   .systemInformation = [&parts] { return parts.systemInformation(); },
                                   .dialogs = parts.dialogs,
                                   .messages = parts.messages,

@@ -17,6 +17,7 @@
 #include "display/ui/frmScale.h"
 #include "files/RecentFiles.h"
 #include "files/ui/frmComments.h"
+#include "help/HelpCommands.h"
 #include "ui_frmMain.h"
 
 #include <QApplication>
@@ -70,6 +71,7 @@ frmMain::frmMain(ProgramState& state)
       m_waiting(new frmWaiting(this)), m_legend(new frmLegend(this)) {
     useIcons();
     m_ui->setupUi(this);
+    QApplication::setWindowIcon(windowIcon()); // also of the dialogs and the help
     m_spreadsheets = {m_ui->mnuSpreadsheet_0, m_ui->mnuSpreadsheet_1, m_ui->mnuSpreadsheet_2};
     m_options = {m_ui->mnuOption_0, m_ui->mnuOption_1, m_ui->mnuOption_2, m_ui->mnuOption_3,
                  m_ui->mnuOption_4, m_ui->mnuOption_5, m_ui->mnuOption_6};
@@ -127,14 +129,12 @@ void frmMain::connectCommands(MainCommands commands) {
     connectViewCommands();
     connectOptions();
     connectOutsidePrograms();
-    disableUnbuiltCommands();
+    connectHelp();
 }
 
 void frmMain::on(std::initializer_list<QAction*> actions, const std::function<void()>& command) {
-    for (QAction* action : actions) {
+    for (QAction* action : actions)
         connect(action, &QAction::triggered, this, command);
-        m_built.insert(action);
-    }
 }
 
 void frmMain::connectFileAndDataCommands() {
@@ -216,7 +216,12 @@ void frmMain::connectOutsidePrograms() {
     on({m_ui->mnuDigital}, [&programs] { programs.mnuDigital_Click(); });
     on({m_ui->mnuExplorer}, [&programs] { programs.mnuExplorer_Click(); });
     on({m_ui->mnuNotepad}, [&programs] { programs.mnuNotepad_Click(); });
+}
 
+void frmMain::connectHelp() {
+    HelpCommands& help = m_commands->help;
+    on({m_ui->mnuContents, m_ui->tbHelp}, [&help] { help.mnuContents_Click(); });
+    on({m_ui->mnuSearch}, [&help] { help.mnuSearch_Click(); });
     on({m_ui->mnuAbout_0}, [this] { frmAbout(m_commands->systemInformation, this).exec(); });
     AboutCommands& about = m_commands->about;
     const std::array others{m_ui->mnuAbout_1, m_ui->mnuAbout_2, m_ui->mnuAbout_3, m_ui->mnuAbout_4};
@@ -228,18 +233,6 @@ void frmMain::connectOutsidePrograms() {
 void frmMain::checkSpreadsheet(int item) {
     for (std::size_t index = 0; index < m_spreadsheets.size(); ++index)
         m_spreadsheets[index]->setChecked(static_cast<int>(index) == item);
-}
-
-/// Commands that this version does not have yet cannot be chosen and say why.
-void frmMain::disableUnbuiltCommands() {
-    const QString reason = tr("not in this version yet");
-    for (QAction* action : findChildren<QAction*>()) {
-        if (action->menu() != nullptr || action->isSeparator() || m_built.contains(action)) continue;
-        const QString tip = QStringLiteral("%1 (%2)").arg(action->toolTip(), reason);
-        action->setEnabled(false);
-        action->setToolTip(tip);
-        action->setStatusTip(tip);
-    }
 }
 
 void frmMain::showStartUp(int spreadsheetItem) {

@@ -16,7 +16,6 @@
 #include "platform/Messages.h"
 
 #include <QMainWindow>
-#include <QSet>
 
 #include <array>
 #include <filesystem>
@@ -36,6 +35,7 @@ namespace tavex2 {
 
 class FileWork;
 class GraphsPanel;
+class HelpCommands;
 class RunController;
 class frmLegend;
 class frmWaiting;
@@ -52,6 +52,7 @@ struct MainCommands {
     SetupServices setupServices;
     OutsidePrograms& programs;
     AboutCommands& about;
+    HelpCommands& help;
     std::function<std::string()> systemInformation; ///< what a bug report needs to know
     FileDialogs& dialogs;
     Messages& messages;
@@ -114,8 +115,8 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     void connectViewCommands();
     void connectOptions();
     void connectOutsidePrograms();
+    void connectHelp();
     void checkSpreadsheet(int item);
-    void disableUnbuiltCommands();
 
     void openWith(const std::function<void()>& command);
     void openRecent(const QString& file);
@@ -148,7 +149,6 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     FileWork* m_fileWork = nullptr;
     std::array<QAction*, 7> m_options;
     std::array<QAction*, 3> m_spreadsheets;
-    QSet<const QAction*> m_built; ///< commands that this version has
     bool m_busyPointer = false;
     bool m_exiting = false;
 };

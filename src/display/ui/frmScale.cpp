@@ -3,6 +3,8 @@
 #include "platform/qt/CenterForm.h"
 #include "ui_frmScale.h"
 
+#include <QWhatsThis>
+
 namespace tavex2 {
 
 frmScale::frmScale(AcqSettings& settings, const GraphControls& graphs, ZoomCommands& zoom, QWidget* mainWindow)
@@ -52,6 +54,7 @@ void frmScale::connectControls() {
 
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmScale::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmScale::reject);
+    connect(m_ui->cmdWhatsThis, &QToolButton::clicked, this, [] { QWhatsThis::enterWhatsThisMode(); });
 }
 
 void frmScale::showControls() {

@@ -1,0 +1,221 @@
+#include "app/MainWindowFixture.h"
+#include "help/HelpCommands.h"
+
+#include <QAbstractSpinBox>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTabWidget>
+#include <QTextBrowser>
+
+#include <filesystem>
+
+namespace tavex2::test {
+namespace {
+
+/// Help as a user asks for it, with the manual that the build made.
+class HelpWindowTest : public MainWindowTest {
+  protected:
+    static QWidget* help() {
+        for (QWidget* each : QApplication::topLevelWidgets())
+            if (each->objectName() == QLatin1String("frmHelp") && each->isVisible()) return each;
+        return nullptr;
+    }
+    template <class Widget>
+    static Widget& inHelp(const char* name) {
+        return *help()->findChild<Widget*>(QLatin1String(name));
+    }
+    static std::string page() {
+        return help() != nullptr ? inHelp<QTextBrowser>("txtPage").source().fileName().toStdString() : std::string();
+    }
+    static std::string address() {
+        return page() + '#' + inHelp<QTextBrowser>("txtPage").source().fragment().toStdString();
+    }
+    static std::string listed(const char* list, int row) {
+        return inHelp<QListWidget>(list).item(row)->text().toStdString();
+    }
+
+    /// Help can be used although a dialog waits for an answer. The click goes through the system's window, which a
+    /// dialog would block.
+    static void turnPageAndClose() {
+        auto& list = inHelp<QListWidget>("lstContents");
+        const QPoint second = list.visualItemRect(list.item(1)).center();
+        QTest::mouseClick(help()->windowHandle(), Qt::LeftButton, {}, list.viewport()->mapTo(help(), second));
+        EXPECT_EQ(page(), "first-trial.html");
+        help()->activateWindow();
+        EXPECT_TRUE(waitFor([] { return help()->isActiveWindow(); }));
+        QTest::keyClick(help(), Qt::Key_Escape);
+        EXPECT_TRUE(waitFor([] { return help() == nullptr; }));
+    }
+
+    /// The page that F1 opens while a dialog is open; in it, or in one of its controls.
+    void expectHelpInDialog(const char* command, const char* dialogName, const std::string& expected,
+                            const char* control = nullptr) {
+        SCOPED_TRACE(dialogName);
+        WhenDialogOpens dialog(dialogName, [&](QWidget& shown) {
+            shown.activateWindow();
+            QWidget* focus = control != nullptr ? shown.findChild<QWidget*>(QLatin1String(control)) : nullptr;
+            if (focus != nullptr) focus->setFocus();
+            EXPECT_TRUE(waitFor([&] { return shown.isActiveWindow() && (focus == nullptr || focus->hasFocus()); }));
+            QTest::keyClick(focus != nullptr ? focus : &shown, Qt::Key_F1);
+            EXPECT_EQ(page(), expected);
+            if (help() != nullptr) turnPageAndClose();
+            qobject_cast<QDialog*>(&shown)->reject();
+        });
+        action(command).trigger();
+        EXPECT_TRUE(dialog.opened());
+    }
+};
+
+TEST_F(HelpWindowTest, ContentsAndTheToolBarOpenTheTableOfContents) {
+    start();
+    action("mnuContents").trigger();
+    EXPECT_EQ(page(), "index.html");
+    EXPECT_EQ(inHelp<QTabWidget>("tabHelp").currentIndex(), 0);
+    help()->close();
+    button("Help").click();
+    EXPECT_EQ(page(), "index.html");
+}
+
+TEST_F(HelpWindowTest, TheContentsMarkThePageThatIsShown) {
+    start();
+    action("mnuContents").trigger();
+    QTextBrowser& shown = inHelp<QTextBrowser>("txtPage");
+    for (const char* link : {"setup.html", "scale.html#cwnLeft"}) {
+        shown.setSource(shown.source().resolved(QUrl(QLatin1String(link))));
+        EXPECT_EQ(inHelp<QListWidget>("lstContents").currentItem()->text().toStdString(),
+                  shown.documentTitle().toStdString())
+            << link;
+    }
+}
+
+TEST_F(HelpWindowTest, ASearchShowsThePageWithTheWords) {
+    start();
+    action("mnuSearch").trigger();
+    EXPECT_EQ(inHelp<QTabWidget>("tabHelp").currentIndex(), 2);
+    auto& query = inHelp<QLineEdit>("txtSearch");
+    ASSERT_TRUE(waitFor([&] { return query.hasFocus(); }));
+    QTest::keyClicks(&query, QStringLiteral("hysteresis xylophone"));
+    EXPECT_EQ(listed("lstHits", 0), "No page holds all of these words.");
+    query.clear();
+    QTest::keyClicks(&query, QStringLiteral("simpson integral"));
+    EXPECT_TRUE(listed("lstHits", 0).starts_with("Measuring between cursors\n"));
+    QTest::keyClick(&query, Qt::Key_Return);
+    EXPECT_EQ(page(), "information.html");
+    EXPECT_GE(inHelp<QTextBrowser>("txtPage").extraSelections().size(), 2) << "the words are marked";
+}
+
+TEST_F(HelpWindowTest, TheIndexLeadsToPages) {
+    start();
+    action("mnuContents").trigger();
+    inHelp<QTabWidget>("tabHelp").setCurrentIndex(1);
+    auto& keyword = inHelp<QLineEdit>("txtIndex");
+    QTest::keyClicks(&keyword, QStringLiteral("pre-trigger"));
+    QTest::keyClick(&keyword, Qt::Key_Return);
+    EXPECT_EQ(page(), "setup.html");
+}
+
+TEST_F(HelpWindowTest, F1OpensThePageOfTheWindowWithTheFocus) {
+    start();
+    QTest::keyClick(&window(), Qt::Key_F1);
+    EXPECT_EQ(page(), "main-window.html");
+    help()->close();
+
+    collect();
+    action("mnuOverlay").trigger();
+    expectHelpInDialog("mnuEdit_0", "frmComments", "comments.html");
+    expectHelpInDialog("mnuEdit_2", "frmLabels", "labels.html");
+    expectHelpInDialog("mnuEdit_1", "frmProperties", "setup.html", "cwnDuration");
+    expectHelpInDialog("mnuScale", "frmScale", "scale.html", "optVolts_1");
+    expectHelpInDialog("mnuInfo", "frmInfo", "information.html");
+    expectHelpInDialog("mnuViewOverlay", "frmOverlay", "overlay.html");
+    expectHelpInDialog("mnuAbout_0", "frmAbout", "about.html");
+    expectHelpInDialog("mnuDigital", "MessageBox", "messages.html");
+}
+
+TEST_F(HelpWindowTest, HelpThatIsOpenStaysUsableWhenADialogOpens) {
+    start();
+    action("mnuContents").trigger();
+    WhenDialogOpens dialog("frmScale", [&](QWidget& shown) {
+        shown.activateWindow();
+        EXPECT_TRUE(waitFor([&] { return shown.isActiveWindow(); }));
+        turnPageAndClose();
+        qobject_cast<QDialog*>(&shown)->reject();
+    });
+    action("mnuScale").trigger();
+    EXPECT_TRUE(dialog.opened());
+}
+
+TEST_F(HelpWindowTest, F1InAControlGoesToItsParagraph) {
+    start();
+    WhenDialogOpens dialog("frmProperties", [&](QWidget& shown) {
+        auto* rate = shown.findChild<QWidget*>(QStringLiteral("cwnRate"));
+        rate->setFocus();
+        QTest::keyClick(rate, Qt::Key_F1);
+        EXPECT_EQ(address(), "setup.html#cwnRate");
+        qobject_cast<QDialog*>(&shown)->reject();
+    });
+    action("mnuEdit_1").trigger();
+    EXPECT_TRUE(dialog.opened());
+}
+
+TEST_F(HelpWindowTest, EveryControlOfTheSetupAndScaleDialogsSaysWhatItIsFor) {
+    start();
+    for (const auto& [command, name] : {std::pair("mnuEdit_1", "frmProperties"), std::pair("mnuScale", "frmScale")}) {
+        int controls = 0;
+        WhenDialogOpens dialog(name, [&](QWidget& shown) {
+            for (QWidget* each : shown.findChildren<QWidget*>()) {
+                const bool control = qobject_cast<QAbstractButton*>(each) != nullptr ||
+                                     qobject_cast<QLineEdit*>(each) != nullptr ||
+                                     qobject_cast<QAbstractSpinBox*>(each) != nullptr;
+                if (!control || each->objectName().startsWith(QLatin1String("qt_"))) continue;
+                ++controls;
+                EXPECT_GT(each->whatsThis().size(), 15) << name << " " << each->objectName().toStdString();
+            }
+            auto* label = shown.findChild<QLabel*>(QStringLiteral("lblUpper"));
+            EXPECT_EQ(label->whatsThis(), label->buddy()->whatsThis());
+            qobject_cast<QDialog*>(&shown)->reject();
+        });
+        action(command).trigger();
+        EXPECT_TRUE(dialog.opened());
+        EXPECT_GT(controls, 15);
+    }
+}
+
+/// What the manual holds, beside what the program has.
+class ManualContentsTest : public MainWindowTest {
+  protected:
+    const Manual manual = Manual::load(helpFolder(QCoreApplication::applicationDirPath().toStdString())).value();
+};
+
+TEST_F(ManualContentsTest, EveryWindowHasAPage) {
+    int windows = 0;
+    for (const auto& file : std::filesystem::recursive_directory_iterator(TAVEX2_ROOT "/src")) {
+        const std::string name = file.path().stem().string();
+        if (file.path().extension() != ".h" || !name.starts_with("frm")) continue;
+        ++windows;
+        EXPECT_NE(manual.pageOfWindow(name), nullptr) << name;
+    }
+    EXPECT_GE(windows, 10);
+}
+
+TEST_F(ManualContentsTest, EveryCommandOfTheMenusIsTold) {
+    start();
+    std::string all;
+    for (const ManualPage& page : manual.pages())
+        all += page.text + ' ';
+    const QString text = QString::fromStdString(all);
+    int commands = 0;
+    for (const QAction* each : window().findChildren<QAction*>()) {
+        if (!each->objectName().startsWith(QLatin1String("mnu")) || each->isSeparator()) continue;
+        ++commands;
+        QString name = each->text();
+        name.replace(QLatin1String("&&"), QLatin1String("\n")).remove(QLatin1Char('&'));
+        name.replace(QLatin1Char('\n'), QLatin1Char('&')).remove(QLatin1String("..."));
+        EXPECT_TRUE(text.contains(name.trimmed())) << name.toStdString();
+    }
+    EXPECT_GT(commands, 50);
+}
+
+} // namespace
+} // namespace tavex2::test
