@@ -13,7 +13,6 @@ namespace {
 /// For the toolkit's small part of the style language, in place of the pages' own sheet, which is for browsers.
 QString pageStyle(const QPalette& palette) {
     return QStringLiteral("h1 { font-size: x-large } h2 { font-size: large } "
-                          "dt { font-weight: bold; margin-top: 8px } "
                           "table { border-collapse: collapse; border: 1px solid %1 } "
                           "th, td { border: 1px solid %1; padding: 3px 6px } th { text-align: left } "
                           "pre { background-color: %2 } "
