@@ -357,6 +357,17 @@ TEST_F(MainWindowTest, TheSpreadsheetItemWaitsForAFile) {
     EXPECT_TRUE(told.opened());
 }
 
+TEST_F(MainWindowTest, ALongMessageLeavesTheBoardsNameInSight) {
+    start();
+    window().setStatusText(std::string(500, 'w'));
+    auto& board = child<QLabel>("StatusPanel2");
+    ASSERT_TRUE(waitFor([&] { return child<QLabel>("StatusPanel1").toolTip().size() == 500; }));
+    QApplication::processEvents();
+    EXPECT_LE(board.mapTo(&window(), QPoint(board.width(), 0)).x(), window().width());
+    EXPECT_EQ(board.text(), QStringLiteral("Device: Simulated board"));
+    EXPECT_GE(board.width(), board.fontMetrics().horizontalAdvance(board.text()));
+}
+
 TEST_F(MainWindowTest, TheFirstStartTellsAboutTheSimulatedBoard) {
     start({"Duration=0.05", "DIOMask=0"}, std::nullopt);
     EXPECT_TRUE(status().startsWith(QLatin1String("The simulated board is in use"))) << status().toStdString();

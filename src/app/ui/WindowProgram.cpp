@@ -201,8 +201,8 @@ void WindowProgram::show() {
     else
         m_parts->window.show();
     if (m_parts->firstStart && m_parts->boards.find(1)->description().spec.starts_with("simulator"))
-        m_parts->window.setStatusText("The simulated board is in use, so everything can be tried. Its number in the "
-                                      "setup (Ctrl+E) chooses another.");
+        m_parts->window.setStatusText(
+            "The simulated board is in use; its number in the setup (Ctrl+E) chooses another.");
     // When the events run, so that the dialog opens over the window.
     if (m_parts->file) QTimer::singleShot(0, &m_parts->window, [this] { m_parts->window.openFile(*m_parts->file); });
 }

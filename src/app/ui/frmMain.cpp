@@ -18,6 +18,7 @@
 #include "files/RecentFiles.h"
 #include "files/ui/frmComments.h"
 #include "help/HelpCommands.h"
+#include "platform/qt/ElidedLabel.h"
 #include "ui_frmMain.h"
 
 #include <QApplication>
@@ -46,9 +47,10 @@ namespace tavex2 {
 
 namespace {
 
-/// The panels of the status bar: text for the user, how far a trial is, the board in use.
-QLabel* panel(QWidget* parent, const char* name, const QString& accessibleName) {
-    auto* label = new QLabel(parent);
+/// The texts of the status bar: what the user is told, the value under the pointer, the board in use.
+template <class Label>
+Label* panel(QWidget* parent, const char* name, const QString& accessibleName) {
+    auto* label = new Label(parent);
     label->setObjectName(QLatin1String(name));
     label->setAccessibleName(accessibleName);
     label->setTextFormat(Qt::PlainText);
@@ -88,12 +90,12 @@ frmMain::~frmMain() {
 }
 
 void frmMain::addStatusPanels() {
-    m_statusPanel = panel(this, "StatusPanel1", tr("Status"));
-    m_pointerPanel = panel(this, "PointerPanel", tr("Value under the pointer"));
+    m_statusPanel = panel<ElidedLabel>(this, "StatusPanel1", tr("Status"));
+    m_pointerPanel = panel<QLabel>(this, "PointerPanel", tr("Value under the pointer"));
     m_pointerPanel->setMinimumWidth(
         fontMetrics().horizontalAdvance(QStringLiteral("00.00000 s, -00.0000 V, channel 00")));
     m_progress = progressPanel(this);
-    m_devicePanel = panel(this, "StatusPanel2", tr("A/D board"));
+    m_devicePanel = panel<QLabel>(this, "StatusPanel2", tr("A/D board"));
     auto* cancel = new QPushButton(tr("Cancel"), this);
     cancel->setObjectName(QStringLiteral("cmdCancelFile"));
     cancel->setToolTip(tr("End the work on the file (Esc); no half file is left"));
@@ -252,9 +254,7 @@ void frmMain::showStartUp(int spreadsheetItem) {
 // What the logic shows ------------------------------------------------------------------------------------------------
 
 void frmMain::setStatusText(const std::string& text) {
-    const QString shown = QString::fromStdString(text);
-    m_statusPanel->setText(shown);
-    m_statusPanel->setToolTip(shown);
+    m_statusPanel->showText(QString::fromStdString(text));
 }
 
 void frmMain::setBusyPointer(bool busy) {

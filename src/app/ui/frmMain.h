@@ -33,6 +33,7 @@ class frmMain;
 
 namespace tavex2 {
 
+class ElidedLabel;
 class FileWork;
 class GraphsPanel;
 class HelpCommands;
@@ -142,7 +143,7 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     GraphsPanel* m_graphs;
     frmWaiting* m_waiting;
     frmLegend* m_legend;
-    QLabel* m_statusPanel;
+    ElidedLabel* m_statusPanel;
     QLabel* m_pointerPanel;
     QLabel* m_devicePanel;
     QProgressBar* m_progress;
