@@ -2,6 +2,7 @@
 
 #include "app/AboutCommands.h"
 #include "app/SystemInformation.h"
+#include "app/SystemInformationViewer.h"
 #include "support/Fakes.h"
 
 #include <gmock/gmock.h>
@@ -199,6 +200,73 @@ TEST(SystemInformationTest, TellsVersionsBoardsAndSettings) {
     EXPECT_THAT(text, HasSubstr("\nSystem: Some System 12\nToolkit: Qt 6\nProcessors: "));
     EXPECT_THAT(text, HasSubstr(" MiB\nDevice 1: Simulated board\nDevice 2: Another\nSettings: "
                                 "/home/u/.config/Tavex2.ini\n"));
+}
+
+/// A registry in memory: "key|name" -> value.
+class FakeRegistry final : public Registry {
+  public:
+    explicit FakeRegistry(std::map<std::string, RegistryValue> values) : m_values(std::move(values)) {}
+    std::optional<RegistryValue> query(const std::string& key, const std::string& name) const override {
+        const auto found = m_values.find(key + "|" + name);
+        return found == m_values.end() ? std::nullopt : std::optional(found->second);
+    }
+
+  private:
+    std::map<std::string, RegistryValue> m_values;
+};
+
+TEST(RegistryTextTest, TextsEndAtTheirNulAndNumbersHaveEightDigits) {
+    using enum RegistryValue::Kind;
+    const FakeRegistry registry({{"k|text", {Text, std::string("C:\\x\0rest", 10)}},
+                                 {"k|bare", {Text, "no end"}},
+                                 {"k|number", {Number32, std::string("\x0f\xa0\x00\x1e", 4)}},
+                                 {"k|other", {Other, std::string("a\0b", 3)}}});
+    EXPECT_EQ(GetKeyValue(registry, "k", "text"), "C:\\x");
+    EXPECT_EQ(GetKeyValue(registry, "k", "bare"), "no end");
+    EXPECT_EQ(GetKeyValue(registry, "k", "number"), "&h1E00A00F");
+    EXPECT_EQ(GetKeyValue(registry, "k", "other"), std::string("a\0b", 3));
+    EXPECT_EQ(GetKeyValue(registry, "k", "none"), std::nullopt);
+    EXPECT_EQ(GetKeyValue(registry, "", "text"), std::nullopt);
+}
+
+class SystemInformationViewerTest : public testing::Test {
+  protected:
+    bool startWith(std::map<std::string, RegistryValue> values) {
+        return SystemInformationViewer(std::make_unique<FakeRegistry>(std::move(values)), shell, messages)
+            .StartSysInfo();
+    }
+    static RegistryValue text(const std::string& value) { return {RegistryValue::Kind::Text, value + '\0'}; }
+
+    const std::string viewer = "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO|PATH";
+    const std::string folder = "SOFTWARE\\Microsoft\\Shared Tools Location|MSINFO";
+    FakeShell shell;
+    FakeMessages messages;
+};
+
+TEST_F(SystemInformationViewerTest, TheViewerThatTheRegistryNamesIsStarted) {
+    EXPECT_TRUE(startWith({{viewer, text("C:\\Info\\info.exe")}, {folder, text("C:\\Tools")}}));
+    EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"C:\\Info\\info.exe", "", "", ShowMode::Normal}));
+}
+
+TEST_F(SystemInformationViewerTest, ElseTheOneInTheToolsFolderWhenItIsThere) {
+    shell.readable = {"C:\\Tools|MSINFO32.EXE"};
+    EXPECT_TRUE(startWith({{folder, text("C:\\Tools")}}));
+    EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"C:\\Tools|MSINFO32.EXE", "", "", ShowMode::Normal}));
+    EXPECT_THAT(messages.shown, IsEmpty());
+}
+
+TEST_F(SystemInformationViewerTest, WithoutAnyTheUserIsTold) {
+    EXPECT_TRUE(startWith({}));
+    EXPECT_TRUE(startWith({{folder, text("C:\\Tools")}})) << "the file is missing";
+    EXPECT_THAT(shell.requests, IsEmpty());
+    ASSERT_EQ(messages.shown.size(), 2U);
+    for (const Message& message : messages.shown)
+        EXPECT_EQ(message.text, "System information is unavailable at this time.");
+}
+
+TEST_F(SystemInformationViewerTest, ASystemWithoutARegistryHasNoSuchCall) {
+    EXPECT_FALSE(SystemInformationViewer(nullptr, shell, messages).StartSysInfo());
+    EXPECT_THAT(messages.shown, IsEmpty());
 }
 
 } // namespace

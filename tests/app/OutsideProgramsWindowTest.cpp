@@ -103,12 +103,28 @@ TEST_F(OutsideProgramsWindowTest, WithoutThoseProgramsTheDesktopOpensTableFolder
                                                      "https://tavex2.test/new", "https://www.ni.com/"));
 }
 
-TEST_F(OutsideProgramsWindowTest, WithoutAnEditorOfThatNameTheDesktopsOneStarts) {
-    install("gedit");
-    qputenv("PATH", QByteArray::fromStdString(programs.string())); // and no editor of this machine
+TEST_F(OutsideProgramsWindowTest, WithoutProgramsOfThoseNamesTheDesktopsOwnOnesStart) {
+    for (const char* name : {"gedit", "yelp", "hardinfo"})
+        install(name);
+    qputenv("PATH", QByteArray::fromStdString(programs.string())); // and none of this machine
     start();
     action("mnuNotepad").trigger();
     EXPECT_TRUE(startedAs("gedit").ends_with(";0;"));
+    action("mnuAbout_1").trigger();
+    EXPECT_TRUE(startedAs("yelp").ends_with(";0;"));
+
+    WhenDialogOpens about("frmAbout", [&](QWidget& form) {
+        WhenDialogOpens information("frmSystemInformation", [](QWidget& shown) {
+            shown.findChild<QAbstractButton*>(QStringLiteral("cmdMore"))->click();
+            shown.close();
+        });
+        form.findChild<QAbstractButton*>(QStringLiteral("cmdSysInfo"))->click();
+        EXPECT_TRUE(information.opened());
+        form.close();
+    });
+    action("mnuAbout_0").trigger();
+    EXPECT_TRUE(about.opened());
+    EXPECT_TRUE(startedAs("hardinfo").ends_with(";0;"));
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "app/StartUp.h"
 #include "app/StoredSettings.h"
 #include "app/SystemInformation.h"
+#include "app/SystemInformationViewer.h"
 #include "app/ui/frmMain.h"
 #include "base/PathText.h"
 #include "files/ExportCommands.h"
@@ -95,6 +96,7 @@ struct WindowProgram::Parts {
     DesktopShell shell;
     OutsidePrograms programs{state, {.store = store, .messages = messages, .dialogs = dialogs, .shell = shell}};
     AboutCommands about{store, messages, shell, [] { QCoreApplication::exit(); }}; // which asks nothing
+    SystemInformationViewer systemViewer{systemRegistry(), shell, messages};
     HelpWindow helpWindow;
     HelpCommands help{helpFolder(programFolder()), helpWindow, messages};
     HelpKeys helpKeys{help};
@@ -168,29 +170,31 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
     parts.analogInput.config.start = startConditionFor(settings, parts.state.flags.TriggerEnabled);
     parts.analogInput.selectDevice(settings.setup.Device);
 
-    parts.window.connectCommands({.run = parts.run,
-                                  .open = parts.open,
-                                  .save = parts.save,
-                                  .exports = parts.exports,
-                                  .overlays = parts.overlays,
-                                  .stimulusFiles = parts.stimulusFiles,
-                                  .setup = parts.setup,
-                                  .setupServices = {.analogInput = parts.analogInput,
-                                                    .sound = parts.sound,
-                                                    .toneFile = parts.toneFile,
-                                                    .storage = parts.storage()},
-                                  .programs = parts.programs,
-                                  .about = parts.about,
-                                  .help = parts.help,
-                                  .systemInformation = [&parts] { return parts.systemInformation(); },
-                                  .dialogs = parts.dialogs,
-                                  .messages = parts.messages,
-                                  .deviceDescription = [&parts] { return parts.analogInput.deviceDescription(); },
-                                  .prepareExit =
-                                      [&parts] {
-                                          return prepareExit(parts.state, parts.messages, parts.store,
-                                                             [&parts] { return parts.save.mnuSave_Click(); });
-                                      }});
+    parts.window.connectCommands(
+        {.run = parts.run,
+         .open = parts.open,
+         .save = parts.save,
+         .exports = parts.exports,
+         .overlays = parts.overlays,
+         .stimulusFiles = parts.stimulusFiles,
+         .setup = parts.setup,
+         .setupServices = {.analogInput = parts.analogInput,
+                           .sound = parts.sound,
+                           .toneFile = parts.toneFile,
+                           .storage = parts.storage()},
+         .programs = parts.programs,
+         .about = parts.about,
+         .help = parts.help,
+         .aboutServices = {.StartSysInfo = [&parts] { return parts.systemViewer.StartSysInfo(); },
+                           .information = [&parts] { return parts.systemInformation(); }},
+         .dialogs = parts.dialogs,
+         .messages = parts.messages,
+         .deviceDescription = [&parts] { return parts.analogInput.deviceDescription(); },
+         .prepareExit =
+             [&parts] {
+                 return prepareExit(parts.state, parts.messages, parts.store,
+                                    [&parts] { return parts.save.mnuSave_Click(); });
+             }});
     parts.window.showStartUp(parts.startUpResult.spreadsheetItem);
     return std::unique_ptr<WindowProgram>(new WindowProgram(std::move(made)));
 }

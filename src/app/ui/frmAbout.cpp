@@ -1,12 +1,14 @@
 #include "app/ui/frmAbout.h"
 
 #include "platform/qt/CenterForm.h"
+#include "platform/qt/DesktopPrograms.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -24,7 +26,7 @@ QLabel* addText(QVBoxLayout& layout, const char* name, const QString& text, QWid
 
 } // namespace
 
-frmAbout::frmAbout(const std::function<std::string()>& information, QWidget* mainWindow) : QDialog(mainWindow) {
+frmAbout::frmAbout(const AboutServices& services, QWidget* mainWindow) : QDialog(mainWindow) {
     const QString title = QStringLiteral("Tavex2");
     setObjectName(QStringLiteral("frmAbout"));
     setWindowTitle(tr("About ") + title);
@@ -47,10 +49,12 @@ frmAbout::frmAbout(const std::function<std::string()>& information, QWidget* mai
     system->setToolTip(tr("Versions, boards and settings, to be copied into a bug report"));
     layout->addWidget(buttons);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-    connect(system, &QPushButton::clicked, this, [this, information] { StartSysInfo(information()); });
+    connect(system, &QPushButton::clicked, this, [this, services] {
+        if (!services.StartSysInfo()) showInformation(services.information());
+    });
 }
 
-void frmAbout::StartSysInfo(const std::string& information) {
+void frmAbout::showInformation(const std::string& information) {
     QDialog shown(this);
     shown.setObjectName(QStringLiteral("frmSystemInformation"));
     shown.setWindowTitle(tr("System Information"));
@@ -65,6 +69,12 @@ void frmAbout::StartSysInfo(const std::string& information) {
     copy->setObjectName(QStringLiteral("cmdCopy"));
     copy->setToolTip(tr("Copy the text"));
     layout->addWidget(buttons);
+    if (const QString viewer = systemInformationViewer(); !viewer.isEmpty()) {
+        auto* more = buttons->addButton(tr("&More..."), QDialogButtonBox::ActionRole);
+        more->setObjectName(QStringLiteral("cmdMore"));
+        more->setToolTip(tr("The desktop's own system information"));
+        connect(more, &QPushButton::clicked, &shown, [viewer] { QProcess::startDetached(viewer, {}); });
+    }
     connect(copy, &QPushButton::clicked, text, [text] { QApplication::clipboard()->setText(text->toPlainText()); });
     connect(buttons, &QDialogButtonBox::rejected, &shown, &QDialog::reject);
     shown.resize(520, 260);

@@ -7,19 +7,24 @@
 
 namespace tavex2 {
 
-/// The About box. Its second button shows what a bug report needs to know.
+/// What the About box tells beyond the version.
+struct AboutServices {
+    std::function<bool()> StartSysInfo; ///< starts the system's own viewer; False on a system that has no such call
+    std::function<std::string()> information; ///< shown then: what a bug report needs to know about program and machine
+};
+
+/// The About box. Its second button is for system information.
 class frmAbout final : public QDialog {
     Q_OBJECT
 
   public:
-    /// `information` gives the text about program and machine.
-    frmAbout(const std::function<std::string()>& information, QWidget* mainWindow);
+    frmAbout(const AboutServices& services, QWidget* mainWindow);
 
   protected:
     void showEvent(QShowEvent* event) override;
 
   private:
-    void StartSysInfo(const std::string& information);
+    void showInformation(const std::string& information);
 };
 
 } // namespace tavex2

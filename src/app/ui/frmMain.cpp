@@ -8,7 +8,6 @@
 #include "app/MenuState.h"
 #include "app/ui/FileWork.h"
 #include "app/ui/RecentFilesMenu.h"
-#include "app/ui/frmAbout.h"
 #include "app/ui/frmWaiting.h"
 #include "base/PathText.h"
 #include "base/PlainText.h"
@@ -224,7 +223,7 @@ void frmMain::connectHelp() {
     HelpCommands& help = m_commands->help;
     on({m_ui->mnuContents, m_ui->tbHelp}, [&help] { help.mnuContents_Click(); });
     on({m_ui->mnuSearch}, [&help] { help.mnuSearch_Click(); });
-    on({m_ui->mnuAbout_0}, [this] { frmAbout(m_commands->systemInformation, this).exec(); });
+    on({m_ui->mnuAbout_0}, [this] { frmAbout(m_commands->aboutServices, this).exec(); });
     AboutCommands& about = m_commands->about;
     const std::array others{m_ui->mnuAbout_1, m_ui->mnuAbout_2, m_ui->mnuAbout_3, m_ui->mnuAbout_4};
     for (std::size_t item = 0; item < others.size(); ++item)

@@ -7,6 +7,7 @@
 #include "analysis/OverlayCommands.h"
 #include "app/AboutCommands.h"
 #include "app/OutsidePrograms.h"
+#include "app/ui/frmAbout.h"
 #include "files/ExportCommands.h"
 #include "files/FileView.h"
 #include "files/OpenCommands.h"
@@ -54,7 +55,7 @@ struct MainCommands {
     OutsidePrograms& programs;
     AboutCommands& about;
     HelpCommands& help;
-    std::function<std::string()> systemInformation; ///< what a bug report needs to know
+    AboutServices aboutServices;
     FileDialogs& dialogs;
     Messages& messages;
     std::function<std::string()> deviceDescription; ///< "Device: " and the selected board

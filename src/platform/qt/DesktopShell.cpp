@@ -1,12 +1,12 @@
 #include "platform/qt/DesktopShell.h"
 
+#include "platform/qt/DesktopPrograms.h"
+
 #include <QDesktopServices>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
-
-#include <array>
 
 namespace tavex2 {
 
@@ -18,16 +18,6 @@ int result(bool started) {
 
 bool openDocument(const QString& file) {
     return QDesktopServices::openUrl(file.contains(QLatin1String("://")) ? QUrl(file) : QUrl::fromLocalFile(file));
-}
-
-/// Starts the first text editor that the machine has.
-bool startEditor() {
-    constexpr std::array editors{"gnome-text-editor", "gedit",   "kate",  "kwrite", "mousepad", "xed", "pluma",
-                                 "featherpad",        "leafpad", "geany", "gvim",   "emacs"};
-    for (const char* editor : editors)
-        if (const QString program = QStandardPaths::findExecutable(QLatin1String(editor)); !program.isEmpty())
-            return QProcess::startDetached(program, {});
-    return false;
 }
 
 } // namespace
@@ -48,10 +38,10 @@ int DesktopShell::start(const std::string& commandLine) {
     const QString name = parts.takeFirst();
     if (const QString program = QStandardPaths::findExecutable(name); !program.isEmpty())
         return result(QProcess::startDetached(program, parts));
-    if (name.compare(QLatin1String("Explorer.exe"), Qt::CaseInsensitive) == 0)
-        return result(openDocument(whole.mid(name.size() + 1))); // the folder stands there without quotes
-    if (name.compare(QLatin1String("notepad.exe"), Qt::CaseInsensitive) == 0) return result(startEditor());
-    return fileNotFound;
+    const auto is = [&](const char* other) { return name.compare(QLatin1String(other), Qt::CaseInsensitive) == 0; };
+    if (is("Explorer.exe")) return result(openDocument(whole.mid(name.size() + 1))); // the folder has no quotes
+    const QString own = is("notepad.exe") ? textEditor() : is("WinHlp32.EXE") ? helpViewer() : QString();
+    return result(!own.isEmpty() && QProcess::startDetached(own, {}));
 }
 
 bool DesktopShell::canRead(const std::string& folder, const std::string& name) const {
