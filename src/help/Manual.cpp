@@ -40,15 +40,12 @@ std::string excerptAbout(const std::string& text, std::size_t place, std::size_t
     return (from > 0 ? "... " : "") + shown + (to < text.size() ? " ..." : "");
 }
 
-/// How well a page fits: the fewer the better, as tuples compare.
-struct Fit {
-    int notInTitle = 0;
-    int notInKeywords = 0;
-    int lessOften = 0;
-};
+/// How badly a page fits, first things first: words that are not in its title, words that are no keywords, and how
+/// often it has any of them, as a negative number.
+using Misfit = std::tuple<int, int, int>;
 
 struct RankedHit {
-    Fit fit;
+    Misfit misfit;
     ManualHit hit;
 };
 
@@ -58,19 +55,20 @@ std::optional<RankedHit> match(const ManualPage& page, const std::vector<std::st
     std::string keywords;
     for (const std::string& keyword : page.keywords)
         keywords += lowerCase(keyword) + '\n';
-    Fit fit;
+    Misfit misfit;
+    auto& [notInTitle, notInKeywords, lessOften] = misfit;
     std::size_t first = std::string::npos;
     for (const std::string& word : words) {
         const int inTitle = occurrences(title, word);
         const int inKeywords = occurrences(keywords, word);
         const int inText = occurrences(text, word);
         if (inTitle + inKeywords + inText == 0) return std::nullopt;
-        fit.notInTitle += inTitle == 0 ? 1 : 0;
-        fit.notInKeywords += inKeywords == 0 ? 1 : 0;
-        fit.lessOften -= inText;
+        notInTitle += inTitle == 0 ? 1 : 0;
+        notInKeywords += inKeywords == 0 ? 1 : 0;
+        lessOften -= inText;
         first = std::min(first, text.find(word));
     }
-    return RankedHit{fit, {&page, excerptAbout(page.text, first == std::string::npos ? 0 : first)}};
+    return RankedHit{misfit, {&page, excerptAbout(page.text, first == std::string::npos ? 0 : first)}};
 }
 
 } // namespace
@@ -129,10 +127,9 @@ std::vector<ManualHit> Manual::search(const std::string& query) const {
     if (!words.empty())
         for (const ManualPage& page : std::span(m_pages).subspan(1)) // the contents only name the others
             if (auto found = match(page, words)) ranked.push_back(std::move(*found));
-    std::ranges::stable_sort(ranked, {}, [](const RankedHit& each) {
-        return std::tuple(each.fit.notInTitle, each.fit.notInKeywords, each.fit.lessOften);
-    });
+    std::ranges::stable_sort(ranked, {}, &RankedHit::misfit);
     std::vector<ManualHit> hits;
+    hits.reserve(ranked.size());
     for (RankedHit& each : ranked)
         hits.push_back(std::move(each.hit));
     return hits;

@@ -15,6 +15,7 @@ class ManualTest : public testing::Test {
   protected:
     static std::vector<std::string> files(const std::vector<ManualHit>& hits) {
         std::vector<std::string> found;
+        found.reserve(hits.size());
         for (const ManualHit& hit : hits)
             found.push_back(hit.page->file);
         return found;
@@ -40,7 +41,8 @@ TEST_F(ManualTest, ASearchFindsPagesThatHoldEveryWordTheBestFirst) {
         << "in the title, among the keywords, in the text; never the contents";
     EXPECT_THAT(files(manual.search("  TRIAL starts ")), ElementsAre("collecting.html", "setup.html"))
         << "more often goes before sooner";
-    EXPECT_THAT(files(manual.search("starts")), ElementsAre("setup.html", "collecting.html")) << "else in reading order";
+    EXPECT_THAT(files(manual.search("starts")), ElementsAre("setup.html", "collecting.html"))
+        << "else in reading order";
     EXPECT_THAT(files(manual.search("trial limits")), IsEmpty());
     EXPECT_THAT(manual.search("  "), IsEmpty());
     EXPECT_THAT(manual.search(""), IsEmpty());
