@@ -2,9 +2,10 @@
 #include "app/cli/CommandLine.h"
 #include "app/ui/WindowProgram.h"
 #include "display/ui/TrialPicture.h"
+#include "platform/Arguments.h"
 #include "platform/Display.h"
-#include "platform/qt/QtSettingsStore.h"
-#include "platform/sdl/SdlSound.h"
+#include "platform/SystemSound.h"
+#include "platform/UserSettings.h"
 
 #include <QApplication>
 
@@ -18,7 +19,7 @@ using namespace tavex2;
 /// Draws without showing a window, so it works where there is no display, nor anything else that a desktop sets up: the
 /// toolkit's remarks about that are of no use on a command line.
 Result<void> drawPicture(const TrialPicture& picture) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (displayMayBeMissing()) qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     int argc = 1;
     char name[] = "tavex2";
@@ -43,8 +44,8 @@ int runWindow(const WindowRequest& request, SettingsStore& store, int argc, char
     QApplication::setApplicationName(QStringLiteral("Tavex2"));
     QApplication::setApplicationVersion(QLatin1String(versionText));
     QApplication::setDesktopFileName(QStringLiteral("io.tavex2.Tavex2"));
-    SdlSound sound;
-    auto program = WindowProgram::create(request, store, sound);
+    const std::unique_ptr<SoundOutput> sound = systemSound();
+    auto program = WindowProgram::create(request, store, *sound);
     if (!program) {
         std::cerr << "tavex2: " << program.error().text << '\n';
         return 1;
@@ -56,10 +57,10 @@ int runWindow(const WindowRequest& request, SettingsStore& store, int argc, char
 } // namespace
 
 int main(int argc, char** argv) {
-    QtSettingsStore store;
+    const ProgramArguments arguments(argc, argv);
+    const std::unique_ptr<SettingsStore> store = userSettings();
     const CommandLineResult asked = runCommandLine(
-        argc, argv, {.out = std::cout, .err = std::cerr, .store = store, .drawPicture = drawPicture, .openSound = [] {
-                         return std::make_unique<SdlSound>();
-                     }});
-    return asked.window ? runWindow(*asked.window, store, argc, argv) : asked.exitCode;
+        arguments.count(), arguments.values(),
+        {.out = std::cout, .err = std::cerr, .store = *store, .drawPicture = drawPicture, .openSound = systemSound});
+    return asked.window ? runWindow(*asked.window, *store, argc, argv) : asked.exitCode;
 }

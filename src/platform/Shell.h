@@ -19,8 +19,8 @@ struct ShellRequest {
 
 /// Starts other programs and does not wait for them. User-interface thread.
 ///
-/// A start that fails is not told: programs and desktops do that themselves, each in its own way. Only a number is kept, as
-/// Windows counts it: above 32 when something was started, else the reason.
+/// A start that fails is not told: programs and desktops do that themselves, each in its own way. Only a number is
+/// kept, as Windows counts it: above 32 when something was started, else the reason.
 class Shell {
   public:
     static constexpr int started = 33;
@@ -28,8 +28,8 @@ class Shell {
 
     virtual ~Shell() = default;
 
-    /// Opens something. A program that this system does not have gives way to what the desktop offers for the document in
-    /// the parameters.
+    /// Opens something. A program that this system does not have gives way to what the desktop offers for the document
+    /// in the parameters.
     void execute(const ShellRequest& request) { m_lastResult = open(request); }
 
     /// Starts a program by its command line in a normal window that gets the focus.

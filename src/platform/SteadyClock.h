@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MillisecondClock.h"
+#include "platform/TimerResolution.h"
 
 #include <condition_variable>
 #include <mutex>
@@ -19,6 +20,7 @@ class SteadyClock final : public MillisecondClock {
     void waitUntil(std::chrono::nanoseconds time, std::stop_token stop) override;
 
   private:
+    TimerResolution m_resolution;
     const std::chrono::steady_clock::time_point m_origin = std::chrono::steady_clock::now();
     std::mutex m_mutex;
     std::condition_variable_any m_stopped; ///< wakes a sleeping waitUntil through its stop token

@@ -3,6 +3,7 @@
 #include "app/AboutCommands.h"
 #include "app/SystemInformation.h"
 #include "app/SystemInformationViewer.h"
+#include "app/Version.h"
 #include "support/Fakes.h"
 
 #include <gmock/gmock.h>
@@ -172,9 +173,11 @@ TEST_F(AboutCommandsTest, TheUpdateDialogAsksTwiceAndOpensThePage) {
     EXPECT_EQ(messages.shown[0].title, "Update Tavex2 Yes/No?");
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Question);
     EXPECT_EQ(messages.shown[0].buttons, MessageButtons::YesNo);
-    EXPECT_THAT(messages.shown[0].text,
-                testing::MatchesRegex("Do you want download a new version of Tavex2 from the web\\?\n\nPress Yes to "
-                                      "download now or No to continue using this version \\[[0-9.]+\\]\\."));
+    EXPECT_EQ(
+        messages.shown[0].text,
+        std::string("Do you want download a new version of Tavex2 from the web?\n\nPress Yes to download now or No "
+                    "to continue using this version [") +
+            versionText + "].");
 
     messages.answers = {MessageAnswer::Yes, MessageAnswer::No};
     about.mnuAbout_Click(2);

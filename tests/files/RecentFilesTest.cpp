@@ -8,15 +8,20 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+/// A file's whole path as this system writes it.
+std::string whole(const std::string& path) {
+    return std::filesystem::absolute(path).string();
+}
+
 TEST(RecentFilesTest, TheNewestStandsFirstAndEachOnce) {
     PersistedPaths paths;
     rememberFile(paths, "/d/a.lmb");
     rememberFile(paths, "/d/b.lmb");
     rememberFile(paths, "/d/a.lmb");
-    EXPECT_EQ(paths.LastFile, "/d/a.lmb");
-    EXPECT_THAT(paths.RecentFiles, ElementsAre("/d/a.lmb", "/d/b.lmb"));
-    forgetFile(paths, "/d/a.lmb");
-    EXPECT_THAT(paths.RecentFiles, ElementsAre("/d/b.lmb"));
+    EXPECT_EQ(paths.LastFile, whole("/d/a.lmb"));
+    EXPECT_THAT(paths.RecentFiles, ElementsAre(whole("/d/a.lmb"), whole("/d/b.lmb")));
+    forgetFile(paths, whole("/d/a.lmb"));
+    EXPECT_THAT(paths.RecentFiles, ElementsAre(whole("/d/b.lmb")));
 }
 
 TEST(RecentFilesTest, TheOldestAreForgotten) {
@@ -24,7 +29,7 @@ TEST(RecentFilesTest, TheOldestAreForgotten) {
     for (int i = 0; i < 20; ++i)
         rememberFile(paths, "/d/" + std::to_string(i));
     EXPECT_EQ(paths.RecentFiles.size(), mostRecentFiles);
-    EXPECT_EQ(paths.RecentFiles.back(), "/d/12");
+    EXPECT_EQ(paths.RecentFiles.back(), whole("/d/12"));
 }
 
 TEST(RecentFilesTest, TheListComesBackFromItsText) {

@@ -298,8 +298,8 @@ TEST_F(SaveCommandsTest, AFailedUnaskedAutosaveIsToldAndChangesNothing) {
     EXPECT_FALSE(m_commands.autosave());
     expectUntouched();
     ASSERT_EQ(m_messages.shown.size(), 1U);
-    EXPECT_THAT(m_messages.shown[0].text,
-                testing::StartsWith("Error saving " + (m_folder / "data").string() + "/Trial0001.lmb\n"));
+    const fs::path file = m_folder.path() / "data" / "Trial0001.lmb";
+    EXPECT_THAT(m_messages.shown[0].text, testing::StartsWith("Error saving " + file.string() + "\n"));
     EXPECT_EQ(m_messages.shown[0].title, "Error");
 }
 

@@ -179,7 +179,7 @@ TEST_F(StimulusFileTest, AnImportedTrialIsTheCurrentOneInThousandths) {
     EXPECT_EQ(asked.filterIndex, 1);
     EXPECT_EQ(m_state.TrialName, "Trial1");
     EXPECT_EQ(m_state.LastSavedName, "Trial1.plv");
-    EXPECT_EQ(m_state.paths.DataDir, m_folder.path().string() + "/") << "with its separator";
+    EXPECT_EQ(m_state.paths.DataDir, (m_folder.path() / "").string()) << "with its separator";
     EXPECT_EQ(m_state.trials.CurrentTrial->at(1, 2), 6);
     EXPECT_EQ(m_state.settings.sampling.Rate, 1000);
     EXPECT_EQ(m_state.settings.setup.StartDelay, 9) << "only the sampling settings are in the file";

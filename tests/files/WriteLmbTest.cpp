@@ -1,7 +1,6 @@
 #include "files/FileIO.h"
 #include "files/Import.h"
 #include "files/LmbLayout.h"
-#include "files/WriteLimit.h"
 #include "support/TemporaryFolder.h"
 #include "support/Trials.h"
 
@@ -177,20 +176,6 @@ TEST_F(WriteLmbTest, ChangesNothingWhenItFails) {
     EXPECT_EQ(written.error().kind, ErrorKind::NotFound);
     EXPECT_TRUE(m_state.flags.Unsaved);
     EXPECT_EQ(m_state.header, before);
-}
-
-TEST_F(WriteLmbTest, LeavesTheOldFileWhenTheDiskTakesNoMore) {
-    std::ofstream(m_path) << "old";
-    collect(m_state, ramp(4, 100000));
-    {
-        const WriteLimit limit(1000000);
-        const auto written = WriteLmb(m_path, m_state, someTime);
-        ASSERT_FALSE(written);
-        EXPECT_EQ(written.error().kind, ErrorKind::WriteFailed);
-    }
-    EXPECT_EQ(bytesOf(m_path), "old");
-    EXPECT_EQ(filesInFolder(), 1U) << "nothing is left lying about";
-    EXPECT_TRUE(m_state.flags.Unsaved);
 }
 
 TEST_F(WriteLmbTest, TellsHowFarItIsAndCanBeCancelled) {

@@ -92,7 +92,7 @@ TEST_F(HelpCommandsTest, TheManualLiesBesideTheProgram) {
     for (const std::filesystem::path& place : {root / "bin" / "help", root / "share" / "tavex2" / "help"}) {
         std::filesystem::create_directories(place);
         EXPECT_NE(helpFolder(root / "bin"), place) << "an empty folder is no manual";
-        std::filesystem::copy(folder.path() / Manual::descriptionFile, place);
+        std::filesystem::copy_file(folder.path() / Manual::descriptionFile, place / Manual::descriptionFile);
         EXPECT_EQ(helpFolder(root / "bin"), place);
     }
 }

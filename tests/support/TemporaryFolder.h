@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <system_error>
-#include <unistd.h>
 
 namespace tavex2::test {
 
@@ -14,9 +14,10 @@ namespace tavex2::test {
 class TemporaryFolder {
   public:
     TemporaryFolder() {
+        static const unsigned program = std::random_device{}();
         static std::atomic<int> counter{0};
         m_path = std::filesystem::temp_directory_path() /
-                 ("tavex2-test-" + std::to_string(::getpid()) + "-" + std::to_string(counter++));
+                 ("tavex2-test-" + std::to_string(program) + "-" + std::to_string(counter++));
         std::filesystem::create_directories(m_path);
     }
     ~TemporaryFolder() {

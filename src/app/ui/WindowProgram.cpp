@@ -20,9 +20,10 @@
 #include "platform/AnalogInput.h"
 #include "platform/BoardList.h"
 #include "platform/DigitalOutput.h"
+#include "platform/Environment.h"
 #include "platform/SoundOutput.h"
 #include "platform/SteadyClock.h"
-#include "platform/qt/DesktopShell.h"
+#include "platform/SystemShell.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtMessages.h"
@@ -40,11 +41,6 @@
 namespace tavex2 {
 
 namespace {
-
-std::optional<std::string> environmentValue(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr ? std::optional<std::string>(value) : std::nullopt;
-}
 
 std::filesystem::path programFolder() {
     return pathFromText(QCoreApplication::applicationDirPath().toStdString());
@@ -93,7 +89,8 @@ struct WindowProgram::Parts {
     StimulusCommands stimulusFiles{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     OpenCommands open{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     SetupCommands setup{state, analogInput, dialogs, messages, window};
-    DesktopShell shell;
+    std::unique_ptr<Shell> systemsShell = systemShell();
+    Shell& shell = *systemsShell;
     OutsidePrograms programs{state, {.store = store, .messages = messages, .dialogs = dialogs, .shell = shell}};
     AboutCommands about{store, messages, shell, [] { QCoreApplication::exit(); }}; // which asks nothing
     SystemInformationViewer systemViewer{systemRegistry(), shell, messages};

@@ -14,4 +14,8 @@ bool displayAvailable() {
     });
 }
 
+bool displayMayBeMissing() {
+    return true;
+}
+
 } // namespace tavex2

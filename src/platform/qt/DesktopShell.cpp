@@ -1,5 +1,6 @@
 #include "platform/qt/DesktopShell.h"
 
+#include "platform/SystemShell.h"
 #include "platform/qt/DesktopPrograms.h"
 
 #include <QDesktopServices>
@@ -51,6 +52,10 @@ bool DesktopShell::canRead(const std::string& folder, const std::string& name) c
 std::string DesktopShell::pathOf(const std::string& folder, const std::string& name) const {
     if (folder.empty() || folder.back() == '/') return folder + name;
     return folder + '/' + name;
+}
+
+std::unique_ptr<Shell> systemShell() {
+    return std::make_unique<DesktopShell>();
 }
 
 } // namespace tavex2

@@ -1,5 +1,7 @@
 #include "platform/qt/QtSettingsStore.h"
 
+#include "platform/UserSettings.h"
+
 #include <QSettings>
 #include <QString>
 #include <QStringList>
@@ -40,6 +42,10 @@ void QtSettingsStore::write(std::string_view application, std::string_view secti
 
 std::string QtSettingsStore::location(std::string_view application) const {
     return open(application).fileName().toStdString();
+}
+
+std::unique_ptr<SettingsStore> userSettings() {
+    return std::make_unique<QtSettingsStore>();
 }
 
 } // namespace tavex2

@@ -1,6 +1,7 @@
 #include "platform/sdl/SdlSound.h"
 
 #include "base/PathText.h"
+#include "platform/SystemSound.h"
 
 // The library's own main is for programs that it starts.
 #define SDL_MAIN_HANDLED
@@ -131,6 +132,10 @@ void SdlSound::work(const std::stop_token& stop) {
         if (played) m_silentFrom = std::chrono::steady_clock::now() + sound.length() + outputLatency;
         m_changed.notify_all();
     }
+}
+
+std::unique_ptr<SoundOutput> systemSound() {
+    return std::make_unique<SdlSound>();
 }
 
 } // namespace tavex2
