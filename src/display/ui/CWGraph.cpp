@@ -374,7 +374,9 @@ void CWGraph::applyPalette() {
     // Numbers of usual width leave the plot areas of graphs above each other aligned.
     const QFontMetrics metrics(font());
     const int numbers = metrics.horizontalAdvance(QStringLiteral("-0000.0"));
-    axisRect()->setMinimumMargins(QMargins(numbers + metrics.height() + 20, 8, numbers / 2, 0));
+    const int above =
+        std::max(8, metrics.height() / 2 + 2); // half of the number at the top, which would be left out else
+    axisRect()->setMinimumMargins(QMargins(numbers + metrics.height() + 20, above, numbers / 2, 0));
 }
 
 void CWGraph::paintEvent(QPaintEvent* event) {
