@@ -23,6 +23,9 @@ namespace {
 /// Where an item of a list leads to.
 constexpr int addressRole = Qt::UserRole;
 
+/// The place of the search among the sides.
+constexpr int searchSide = 2;
+
 void addItem(QListWidget& list, const QString& text, const std::string& address) {
     auto* item = new QListWidgetItem(text, &list);
     item->setData(addressRole, QString::fromStdString(address));
@@ -179,7 +182,7 @@ void frmHelp::showContents() {
 }
 
 void frmHelp::showSearch() {
-    m_sides->setCurrentIndex(2);
+    m_sides->setCurrentIndex(searchSide);
     if (m_page->source().isEmpty()) showPage(QString::fromStdString(m_manual.pages().front().file));
     m_query->setFocus();
     m_query->selectAll();
@@ -200,7 +203,7 @@ void frmHelp::followPage(const QUrl& page) {
     const QString file = page.fileName();
     for (int row = 0; row < m_contents->count(); ++row)
         if (m_contents->item(row)->data(addressRole).toString() == file) m_contents->setCurrentRow(row);
-    const bool searched = m_sides->currentIndex() == 2;
+    const bool searched = m_sides->currentIndex() == searchSide;
     m_page->markWords(searched ? m_query->text().split(QLatin1Char(' '), Qt::SkipEmptyParts) : QStringList());
 }
 
