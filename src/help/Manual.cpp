@@ -98,11 +98,6 @@ Result<Manual> Manual::load(const std::filesystem::path& folder) {
     return Manual(folder, std::move(pages));
 }
 
-const ManualPage* Manual::page(const std::string& file) const {
-    const auto found = std::ranges::find(m_pages, file, &ManualPage::file);
-    return found != m_pages.end() ? &*found : nullptr;
-}
-
 const ManualPage* Manual::pageOfWindow(const std::string& objectName) const {
     const auto found = std::ranges::find_if(m_pages, [&](const ManualPage& each) {
         return std::ranges::find(each.windows, objectName) != each.windows.end();

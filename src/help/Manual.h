@@ -47,9 +47,6 @@ class Manual {
     /// In reading order; the first one is the table of contents.
     const std::vector<ManualPage>& pages() const { return m_pages; }
 
-    /// The page in that file; null for none.
-    const ManualPage* page(const std::string& file) const;
-
     /// The page about a window; null for none.
     const ManualPage* pageOfWindow(const std::string& objectName) const;
 

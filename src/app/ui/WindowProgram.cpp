@@ -33,7 +33,6 @@
 #include <QSysInfo>
 #include <QTimer>
 
-#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <random>
