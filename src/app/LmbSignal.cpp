@@ -1,8 +1,8 @@
 #include "app/LmbSignal.h"
 
+#include "base/Decimal.h"
 #include "base/PathText.h"
 #include "files/Import.h"
-#include "platform/PlainNumber.h"
 
 #include <cmath>
 #include <utility>

@@ -1,7 +1,6 @@
 #include "app/SystemInformationViewer.h"
 
-#include <array>
-#include <cstdio>
+#include <string_view>
 #include <utility>
 
 namespace tavex2 {
@@ -10,11 +9,12 @@ namespace {
 
 /// "&h" and the digits of a number whose lowest byte comes first.
 std::string hexadecimal(const std::string& bytes) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text = "&h";
     for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte) {
-        std::array<char, 3> digits{};
-        std::snprintf(digits.data(), digits.size(), "%02X", static_cast<unsigned>(static_cast<unsigned char>(*byte)));
-        text += digits.data();
+        const auto value = static_cast<unsigned char>(*byte);
+        text += digits[value >> 4];
+        text += digits[value & 0xFU];
     }
     return text;
 }

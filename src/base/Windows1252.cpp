@@ -1,5 +1,7 @@
 #include "base/Windows1252.h"
 
+#include "base/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -8,33 +10,11 @@ namespace tavex2 {
 
 namespace {
 
-constexpr char32_t noCharacter = U'\U0010FFFF'; // in no 8-bit set, so it comes out as "?"
-
 /// The characters of the bytes 80 to 9F; all other bytes have the number of their character.
 constexpr std::array<char16_t, 32> upperControls{0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                                  0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                                  0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-/// Takes one character off the front of `text`; noCharacter for an ill-formed piece, which is at least one byte long
-/// and ends before the first byte that could start or cannot continue a character.
-char32_t takeCharacter(std::string_view& text) {
-    const auto lead = static_cast<unsigned char>(text.front());
-    text.remove_prefix(1);
-    if (lead < 0x80) return lead;
-
-    const int following = lead >= 0xF0 && lead <= 0xF4 ? 3 : lead >= 0xE0 && lead < 0xF0 ? 2 : lead >= 0xC2 ? 1 : 0;
-    if (following == 0 || lead > 0xF4) return noCharacter;
-    char32_t character = lead & (0x3Fu >> following);
-    for (int i = 0; i < following; ++i) {
-        if (text.empty() || (static_cast<unsigned char>(text.front()) & 0xC0) != 0x80) return noCharacter;
-        character = (character << 6) | (static_cast<unsigned char>(text.front()) & 0x3Fu);
-        text.remove_prefix(1);
-    }
-    const bool tooLong = (following == 2 && character < 0x800) || (following == 3 && character < 0x10000);
-    const bool surrogate = character >= 0xD800 && character < 0xE000;
-    return tooLong || surrogate || character > 0x10FFFF ? noCharacter : character;
-}
 
 char byteFor(char32_t character) {
     if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) return static_cast<char>(character);

@@ -1,5 +1,6 @@
 #include "files/Import.h"
 
+#include "base/Decimal.h"
 #include "base/FileErrors.h"
 #include "base/LittleEndian.h"
 #include "base/PathText.h"
@@ -73,9 +74,9 @@ Result<void> checkHeader(const LmbHeader& header, std::uint64_t bytes, const std
                                    std::to_string(needed.value()) + " bytes, but it has " + std::to_string(bytes) +
                                    ".");
     if (!(header.Rate > 0 && header.Rate <= std::numeric_limits<std::int32_t>::max()))
-        return badFormat(name, "is damaged: its sampling rate is " + std::to_string(header.Rate) + " Hz.");
+        return badFormat(name, "is damaged: its sampling rate is " + plainNumber(header.Rate) + " Hz.");
     if (!(header.Duration >= 0 && std::isfinite(header.Duration)))
-        return badFormat(name, "is damaged: its duration is " + std::to_string(header.Duration) + " s.");
+        return badFormat(name, "is damaged: its duration is " + plainNumber(header.Duration) + " s.");
     return {};
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/Decimal.h"
 #include "base/PathText.h"
+#include "base/PlainText.h"
 #include "base/Windows1252.h"
 #include "files/TextTable.h"
 
@@ -12,16 +13,6 @@
 namespace tavex2 {
 
 namespace {
-
-std::string right(std::string text, std::size_t width) {
-    if (text.size() < width) text.insert(0, width - text.size(), ' ');
-    return text;
-}
-
-std::string left(std::string text, std::size_t width) {
-    if (text.size() < width) text.append(width - text.size(), ' ');
-    return text;
-}
 
 /// What the heads of both tables say.
 struct Facts {
@@ -47,14 +38,14 @@ Result<Facts> factsOfCurrentTrial(const ProgramState& state) {
 std::string tabHead(const Facts& facts, const std::filesystem::path& path) {
     std::string head = "Tavex2 data acquisition file\r\n";
     head += windows1252FromUtf8(pathText(path)) + "\r\n";
-    head += "Rate=\t" + right(fixedDecimal(facts.rateHz, 2), 8) + "\tDuration= \t" +
-            right(fixedDecimal(facts.allRepeatsSeconds, 3), 9) + "\r\n";
+    head += "Rate=\t" + rightAligned(fixedDecimal(facts.rateHz, 2), 8) + "\tDuration= \t" +
+            rightAligned(fixedDecimal(facts.allRepeatsSeconds, 3), 9) + "\r\n";
     head += "Channel=\t";
     for (int k = 0; k < facts.channels; ++k)
-        head += right(std::to_string(k), 10) + "\t";
+        head += rightAligned(std::to_string(k), 10) + "\t";
     head += "\r\nTime (s)  \t";
     for (int k = 0; k < facts.channels; ++k)
-        head += "Chan " + left(std::to_string(k), 5) + "\t";
+        head += "Chan " + leftAligned(std::to_string(k), 5) + "\t";
     return head + "\r\n";
 }
 
@@ -63,17 +54,17 @@ std::string lmaHead(const Facts& facts, const std::string& trialName, const std:
     const std::string name = "* " + windows1252FromUtf8(trialName) + ".lma\r\n";
     const std::string rate = fixedDecimal(facts.rateHz, 2);
     std::string head = name + name + "* Tavex2 data acquisition " + kind + "\r\n";
-    head += "* " + right(rate, 8) + " " + right(fixedDecimal(facts.allRepeatsSeconds, 3), 9) + "\r\n";
-    head += "*        0 " + right(std::to_string(facts.samples), 9) + "\r\n";
+    head += "* " + rightAligned(rate, 8) + " " + rightAligned(fixedDecimal(facts.allRepeatsSeconds, 3), 9) + "\r\n";
+    head += "*        0 " + rightAligned(std::to_string(facts.samples), 9) + "\r\n";
     head += "* Channel:";
     for (int c = 0; c < facts.channels; ++c)
-        head += right(std::to_string(c), 10);
+        head += rightAligned(std::to_string(c), 10);
     head += "\r\n* Time    ";
     for (int c = 0; c < facts.channels; ++c)
-        head += "Chan " + left(std::to_string(c), 5);
-    head += "\r\n*" + right(rate, 9);
+        head += "Chan " + leftAligned(std::to_string(c), 5);
+    head += "\r\n*" + rightAligned(rate, 9);
     for (int c = 0; c < facts.channels; ++c)
-        head += " " + right(fixedDecimal(facts.rateHz, 3), 9);
+        head += " " + rightAligned(fixedDecimal(facts.rateHz, 3), 9);
     return head + "\r\n";
 }
 

@@ -1,8 +1,8 @@
 #include "platform/AnalogInput.h"
 
+#include "base/Decimal.h"
 #include "platform/AcquisitionLoop.h"
 #include "platform/ChannelList.h"
-#include "platform/PlainNumber.h"
 #include "platform/SystemMemory.h"
 
 #include <algorithm>

@@ -52,5 +52,32 @@ TEST(FixedDecimalTest, NamesWhatIsNotFinite) {
     EXPECT_EQ(fixedDecimal(-std::numeric_limits<double>::infinity(), 2), "-inf");
 }
 
+TEST(GeneralDecimalTest, KeepsTheDigitsThatCount) {
+    EXPECT_EQ(generalDecimal(500, 15), "500");
+    EXPECT_EQ(generalDecimal(0.1, 15), "0.1");
+    EXPECT_EQ(generalDecimal(1234.5678, 4), "1235");
+    EXPECT_EQ(generalDecimal(-2.5e-7, 15), "-2.5e-07");
+    EXPECT_EQ(generalDecimal(1e20, 15), "1e+20");
+    EXPECT_EQ(generalDecimal(0, 15), "0");
+    EXPECT_EQ(generalDecimal(std::numeric_limits<double>::infinity(), 15), "inf");
+}
+
+TEST(PlainNumberTest, IsTheShortestTextThatReadsBack) {
+    EXPECT_EQ(plainNumber(100000), "100000");
+    EXPECT_EQ(plainNumber(0.1), "0.1");
+    EXPECT_EQ(plainNumber(-1e-7), "-0.0000001");
+    EXPECT_EQ(plainNumber(1e22), "10000000000000000000000");
+    EXPECT_EQ(plainNumber(-std::numeric_limits<double>::denorm_min()).size(), 3U + 324U);
+    EXPECT_EQ(plainNumber(std::numeric_limits<double>::quiet_NaN()), "not a finite number");
+}
+
+TEST(ShortestDoubleTest, PrintsAsTheNumberOfSinglePrecisionDoes) {
+    EXPECT_EQ(shortestDouble(0.05F), 0.05);
+    EXPECT_EQ(shortestDouble(-9.999F), -9.999);
+    EXPECT_EQ(shortestDouble(2.0F), 2.0);
+    EXPECT_EQ(static_cast<float>(shortestDouble(1.0F / 3.0F)), 1.0F / 3.0F);
+    EXPECT_EQ(shortestDouble(std::numeric_limits<float>::infinity()), std::numeric_limits<double>::infinity());
+}
+
 } // namespace
 } // namespace tavex2::test

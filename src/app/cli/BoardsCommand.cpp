@@ -1,7 +1,7 @@
 #include "app/cli/BoardsCommand.h"
 
 #include "app/Boards.h"
-#include "platform/PlainNumber.h"
+#include "base/Decimal.h"
 #include "platform/SteadyClock.h"
 
 #include <nlohmann/json.hpp>
