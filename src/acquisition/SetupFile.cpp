@@ -1,19 +1,16 @@
 #include "acquisition/SetupFile.h"
 
 #include "acquisition/AcqFields.h"
-#include "base/FileErrors.h"
 #include "base/LittleEndian.h"
 #include "base/PathText.h"
 #include "base/Windows1252.h"
 #include "platform/AtomicFile.h"
+#include "platform/InputFile.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fstream>
 #include <limits>
 #include <span>
 #include <string_view>
-#include <system_error>
 
 namespace tavex2 {
 
@@ -114,13 +111,9 @@ Result<void> writeSetupFile(const std::filesystem::path& path, const AcqSettings
 }
 
 Result<void> readSetupFile(const std::filesystem::path& path, AcqSettings& settings) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(path, ignored))
-        return readError(path, std::make_error_code(std::errc::is_a_directory));
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return readError(path, std::error_code(errno, std::generic_category()));
-    Result<void> read = decodeSetup(file, settings);
+    Result<InputFile> file = openForReading(path);
+    if (!file) return file.error();
+    Result<void> read = decodeSetup(file.value().stream, settings);
     if (!read) return Error{read.error().kind, pathText(path) + ": " + read.error().text};
     return {};
 }

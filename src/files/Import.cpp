@@ -1,18 +1,16 @@
 #include "files/Import.h"
 
 #include "base/Decimal.h"
-#include "base/FileErrors.h"
 #include "base/LittleEndian.h"
 #include "base/PathText.h"
 #include "files/LmbLayout.h"
+#include "platform/InputFile.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <fstream>
 #include <limits>
 #include <span>
 #include <string_view>
@@ -104,12 +102,10 @@ Result<TrialArray> readChannels(std::istream& in, const LmbHeader& header, const
 } // namespace
 
 bool isForeign(const std::filesystem::path& path) {
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(path, ignored)) return false;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return false;
+    Result<InputFile> file = openForReading(path);
+    if (!file) return false;
     std::string first(lmbSignature.size(), '\0');
-    in.read(first.data(), static_cast<std::streamsize>(first.size()));
+    file.value().stream.read(first.data(), static_cast<std::streamsize>(first.size()));
     return first != lmbSignature;
 }
 
@@ -145,21 +141,9 @@ Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string
 }
 
 Result<LmbFile> readLmbFile(const std::filesystem::path& path, const FileProgress& progress, LmbStart start) {
-    std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
-    if (status.type() == std::filesystem::file_type::not_found)
-        return readError(path, std::make_error_code(std::errc::no_such_file_or_directory));
-    if (error) return readError(path, error);
-    if (std::filesystem::is_directory(status)) return readError(path, std::make_error_code(std::errc::is_a_directory));
-    if (!std::filesystem::is_regular_file(status))
-        return Error{ErrorKind::ReadFailed, pathText(path) + " is not an ordinary file. Choose another."};
-
-    errno = 0;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return readError(path, {errno != 0 ? errno : EIO, std::generic_category()});
-    const std::uintmax_t bytes = std::filesystem::file_size(path, error);
-    if (error) return readError(path, error);
-    return readLmb(in, bytes, pathText(path), progress, start);
+    Result<InputFile> file = openForReading(path);
+    if (!file) return file.error();
+    return readLmb(file.value().stream, file.value().bytes, pathText(path), progress, start);
 }
 
 } // namespace tavex2

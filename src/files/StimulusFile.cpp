@@ -4,6 +4,7 @@
 #include "base/FileErrors.h"
 #include "base/LittleEndian.h"
 #include "base/PathText.h"
+#include "platform/InputFile.h"
 
 #include <algorithm>
 #include <array>
@@ -205,13 +206,9 @@ Result<StimulusFile> readPlv(std::istream& in, std::uint64_t bytes, const std::s
 }
 
 Result<StimulusFile> readPlvFile(const std::filesystem::path& path, const FileProgress& progress) {
-    std::error_code problem;
-    const std::uintmax_t bytes = std::filesystem::file_size(path, problem);
-    if (problem) return readError(path, problem);
-    errno = 0;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return readError(path, {errno != 0 ? errno : EIO, std::generic_category()});
-    return readPlv(in, bytes, pathText(path), progress);
+    Result<InputFile> file = openForReading(path);
+    if (!file) return file.error();
+    return readPlv(file.value().stream, file.value().bytes, pathText(path), progress);
 }
 
 } // namespace tavex2

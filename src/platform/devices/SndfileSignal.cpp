@@ -1,13 +1,10 @@
 #include "platform/devices/SndfileSignal.h"
 
-#include "base/FileErrors.h"
 #include "base/PathText.h"
+#include "platform/InputFile.h"
 
 #include <sndfile.h>
 
-#include <cerrno>
-#include <fstream>
-#include <system_error>
 #include <utility>
 
 namespace tavex2 {
@@ -56,10 +53,7 @@ class SndfileSignal final : public RecordedSignal {
 
 Result<std::unique_ptr<RecordedSignal>> openSndfileSignal(const fs::path& path) {
     const std::string name = pathText(path);
-    std::error_code ignored;
-    if (fs::is_directory(path, ignored)) return readError(path, std::make_error_code(std::errc::is_a_directory));
-    errno = 0;
-    if (!std::ifstream(path, std::ios::binary)) return readError(path, std::error_code(errno, std::generic_category()));
+    if (const auto opened = openForReading(path); !opened) return opened.error();
 
     SF_INFO info{};
     std::unique_ptr<SNDFILE, CloseFile> file(sf_open(path.string().c_str(), SFM_READ, &info));
