@@ -2,6 +2,7 @@
 
 #include "app/LmbSignal.h"
 #include "app/StoredSettings.h"
+#include "base/FileNames.h"
 #include "base/PathText.h"
 #include "platform/devices/Recording.h"
 #include "platform/devices/Simulator.h"
@@ -26,7 +27,7 @@ MadeBoard makeSimulator(std::string_view options, std::string_view spec, Millise
 MadeBoard makeRecording(std::string_view file, std::string_view spec, MillisecondClock& clock) {
     if (file.empty()) return Error{ErrorKind::InvalidValue, "Name the file to play, for example recording:ecg.wav."};
     const std::filesystem::path path = pathFromText(file);
-    auto signal = path.extension() == ".lmb" ? openLmbSignal(path) : openSndfileSignal(path);
+    auto signal = extensionOf(path) == ".lmb" ? openLmbSignal(path) : openSndfileSignal(path);
     if (!signal) return signal.error();
     return std::unique_ptr<Board>(std::make_unique<Recording>(std::move(signal).value(), std::string(spec), clock));
 }

@@ -1,5 +1,6 @@
 #include "files/RecentFiles.h"
 
+#include "base/FileNames.h"
 #include "base/PathText.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@ constexpr char separator = '\n';
 } // namespace
 
 void rememberFile(PersistedPaths& paths, const std::filesystem::path& file) {
-    paths.LastFile = pathText(std::filesystem::absolute(file));
+    paths.LastFile = pathText(wholePath(file));
     forgetFile(paths, paths.LastFile);
     paths.RecentFiles.insert(paths.RecentFiles.begin(), paths.LastFile);
     if (paths.RecentFiles.size() > mostRecentFiles) paths.RecentFiles.resize(mostRecentFiles);

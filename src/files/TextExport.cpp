@@ -1,6 +1,7 @@
 #include "files/TextExport.h"
 
 #include "base/Decimal.h"
+#include "base/FileNames.h"
 #include "base/PathText.h"
 #include "base/PlainText.h"
 #include "base/Windows1252.h"
@@ -122,7 +123,7 @@ Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, co
                              .value = {.decimals = 5},
                              .afterTime = "\t",
                              .afterValue = facts.value().channels > 1 ? "\t" : ""};
-    const std::filesystem::path whole = std::filesystem::absolute(path);
+    const std::filesystem::path whole = wholePath(path);
     Result<void> written = writeTable(path, tabHead(facts.value(), whole), *trial, facts.value(), layout, options);
     if (written) state.flags.TrialNotSaved = false;
     return written;

@@ -10,8 +10,8 @@
 #include "app/cli/PlotCommand.h"
 #include "app/cli/ShowCommand.h"
 #include "app/cli/ToneCommand.h"
+#include "base/FileNames.h"
 #include "base/PathText.h"
-#include "base/PlainText.h"
 
 #include <CLI/CLI.hpp>
 
@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 /// What the window is asked to open is a trial or setup file that exists. Errors: InvalidValue for something that is no
 /// such file, NotFound for one that is missing.
 Result<void> checkOpenable(const fs::path& file, const std::string& asGiven) {
-    const std::string kind = lowerCase(file.extension().string());
+    const std::string kind = extensionOf(file);
     if (kind != ".set" && kind != ".lmb" && kind != ".plv")
         return Error{ErrorKind::InvalidValue, "'" + asGiven +
                                                   "' is neither a command nor a trial file (.lmb) or setup file "
@@ -148,7 +148,7 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
     if (*toneCommand) return {report(writeToneFile(tone), services.err), std::nullopt};
     if (*boardsCommand) return {report(listBoards(boardsAsJson, services), services.err), std::nullopt};
     if (!file.empty()) {
-        window.file = fs::absolute(pathFromText(file));
+        window.file = wholePath(pathFromText(file));
         if (const Result<void> openable = checkOpenable(*window.file, file); !openable) {
             services.err << "tavex2: " << openable.error().text << '\n';
             return {openable.error().kind == ErrorKind::NotFound ? exitFailed : exitWrongUsage, std::nullopt};

@@ -1,6 +1,7 @@
 #include "app/cli/ConvertCommand.h"
 
 #include "app/cli/TrialFile.h"
+#include "base/FileNames.h"
 #include "base/PathText.h"
 #include "files/FileIO.h"
 #include "files/StimulusFile.h"
@@ -11,7 +12,7 @@ namespace tavex2 {
 Result<void> convertFile(const ConvertRequest& request) {
     ProgramState state;
     if (auto read = readTrialFile(request.from, state); !read) return read;
-    const std::string kind = request.to.extension().string();
+    const std::string kind = extensionOf(request.to);
     if (kind == ".lmb") return WriteLmb(request.to, state, localTimeNow());
     if (kind == ".tab") return WriteTab(request.to, state);
     if (kind == ".lma") return WriteLma(request.to, state);

@@ -2,8 +2,8 @@
 
 #include "analysis/Overlays.h"
 #include "app/cli/TrialFile.h"
+#include "base/FileNames.h"
 #include "base/PathText.h"
-#include "base/PlainText.h"
 #include "files/TextExport.h"
 
 #include <span>
@@ -12,7 +12,7 @@ namespace tavex2 {
 
 Result<void> overlayFiles(const OverlayRequest& request) {
     const std::filesystem::path& table = request.files.back();
-    if (lowerCase(table.extension().string()) != ".lma")
+    if (extensionOf(table) != ".lma")
         return Error{ErrorKind::InvalidValue,
                      "\"" + pathText(table) + "\" does not end in .lma. Name the table to write last."};
     ProgramState state;

@@ -2,6 +2,7 @@
 
 #include "acquisition/AcqFields.h"
 #include "acquisition/SetupFile.h"
+#include "base/FileNames.h"
 #include "base/Windows1252.h"
 #include "files/Import.h"
 #include "files/StimulusFile.h"
@@ -181,7 +182,7 @@ Result<void> showTrial(const ShowRequest& request, std::ostream& out) {
 } // namespace
 
 Result<void> showFile(const ShowRequest& request, std::ostream& out) {
-    const std::string kind = request.file.extension().string();
+    const std::string kind = extensionOf(request.file);
     if (kind == ".set") return showSetup(request, out);
     if (kind == ".plv") return showStimulus(request, out);
     return showTrial(request, out);

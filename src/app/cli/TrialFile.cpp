@@ -1,5 +1,6 @@
 #include "app/cli/TrialFile.h"
 
+#include "base/FileNames.h"
 #include "files/Import.h"
 #include "files/OpenCommands.h"
 #include "files/StimulusCommands.h"
@@ -10,7 +11,7 @@
 namespace tavex2 {
 
 Result<void> readTrialFile(const std::filesystem::path& path, ProgramState& state) {
-    if (path.extension() == ".plv") {
+    if (extensionOf(path) == ".plv") {
         Result<StimulusFile> read = readPlvFile(path);
         if (!read) return read.error();
         enterImportedTrial(state, std::move(read).value(), path);
