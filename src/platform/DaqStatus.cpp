@@ -7,6 +7,12 @@ namespace tavex2 {
 
 namespace {
 
+/// A code with a sentence for the user: what is wrong and what to do.
+struct DaqStatusText {
+    DaqStatus status;
+    std::string_view description;
+};
+
 constexpr std::array table{
     DaqStatusText{DaqStatus::Ok, "No error."},
     DaqStatusText{DaqStatus::NoDevice, "No A/D board has this device number. Choose another device number."},
@@ -31,10 +37,6 @@ constexpr std::array table{
 };
 
 } // namespace
-
-std::span<const DaqStatusText> daqStatusTable() {
-    return table;
-}
 
 std::string_view daqStatusDescription(int code) {
     const auto* const row = std::ranges::find_if(

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <span>
 #include <string_view>
 
 namespace tavex2 {
@@ -22,15 +21,6 @@ enum class DaqStatus : int {
     NotConfigured = -10012,
     Busy = -10013,
 };
-
-/// One row of the table of status codes.
-struct DaqStatusText {
-    DaqStatus status;
-    std::string_view description; ///< a sentence for the user: what is wrong and what to do
-};
-
-/// Every status code with its text, the success code first.
-std::span<const DaqStatusText> daqStatusTable();
 
 /// The description of a code; for a number outside the table, a sentence that says so.
 std::string_view daqStatusDescription(int code);

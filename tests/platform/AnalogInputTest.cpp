@@ -7,6 +7,8 @@
 #include <gmock/gmock.h>
 
 #include <limits>
+#include <set>
+#include <string_view>
 #include <thread>
 
 namespace tavex2::test {
@@ -350,16 +352,15 @@ TEST_F(AnalogInputTest, ContinuousDeliveryIgnoresTheTriggerAndKeepsItForLater) {
     EXPECT_EQ(input.config.start.type, StartCondition::Type::AnalogLevel);
 }
 
-TEST(DaqStatusTest, EveryCodeStandsOnceAndHasASentence) {
-    std::vector<int> codes;
-    for (const DaqStatusText& row : daqStatusTable()) {
-        codes.push_back(static_cast<int>(row.status));
-        EXPECT_EQ(row.description.back(), '.');
-        EXPECT_EQ(daqStatusDescription(codes.back()), row.description);
+TEST(DaqStatusTest, EveryCodeHasASentenceOfItsOwn) {
+    std::set<std::string_view> sentences{daqStatusDescription(12345)}; // of a code that nobody knows
+    std::vector<int> codes{0};
+    for (int code = static_cast<int>(DaqStatus::NoDevice); code >= static_cast<int>(DaqStatus::Busy); --code)
+        codes.push_back(code);
+    for (const int code : codes) {
+        EXPECT_EQ(daqStatusDescription(code).back(), '.');
+        EXPECT_TRUE(sentences.insert(daqStatusDescription(code)).second) << code;
     }
-    std::ranges::sort(codes);
-    EXPECT_EQ(std::ranges::adjacent_find(codes), codes.end());
-    EXPECT_FALSE(daqStatusDescription(12345).empty());
 }
 
 } // namespace
