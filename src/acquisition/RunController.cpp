@@ -1,36 +1,29 @@
 #include "acquisition/RunController.h"
 
-#include "acquisition/AcqFields.h"
 #include "acquisition/StartCondition.h"
-#include "base/Rounding.h"
+#include "acquisition/StimulusPulses.h"
+#include "platform/LocalTime.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <cmath>
-#include <cstdio>
 #include <limits>
+#include <optional>
 #include <utility>
 
 namespace tavex2 {
 
 namespace {
 
-/// The trial number as file names carry it: at least four digits.
-std::string trialDigits(int number) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "%04d", number);
-    return text.data();
-}
-
-/// A number in the general format: no fixed decimals, no trailing zeros.
-std::string generalNumber(double value) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.15g", value);
-    return text.data();
-}
-
 constexpr const char* lineBreak = "\r\n";
+
+/// What becomes of the trial in the buffer when the next one of a run takes its place; empty when nothing is lost.
+std::string replacedUnsaved(const ProgramState& state) {
+    const TrialPtr& trial = state.trials.CurrentTrial;
+    if (!hasCurrentTrial(state) || !trial->TrialNotSaved) return {};
+    return trial->name + " was not saved; " +
+           (trial == state.trials.LastTrial ? "it is the last trial." : "the next repeat has taken its place.");
+}
 
 } // namespace
 
@@ -39,7 +32,7 @@ RunController::RunController(ProgramState& state, RunServices services)
     CWAI& input = m_services.analogInput;
     input.onData = [this](const AnalogBlock& block) {
         // A block to look at waits for nothing: it stores nothing, and the next one is on its way.
-        if (m_state.flags.RealTimeMode)
+        if (m_state.RealTimeMode())
             showRealTime(block);
         else
             whenDelivered([this, block] { takeBlock(block); });
@@ -55,9 +48,11 @@ RunController::~RunController() {
     m_services.analogInput.onProgress = nullptr;
 }
 
+/// A new phase has words of its own, so what was said in the one before is over.
 void RunController::enter(RunPhase next) {
-    assert(canEnter(m_phase, next));
-    m_phase = next;
+    assert(canEnter(m_state.run.phase, next));
+    m_state.run.phase = next;
+    m_state.notice.clear();
 }
 
 // Starting ------------------------------------------------------------------------------------------------------------
@@ -65,8 +60,9 @@ void RunController::enter(RunPhase next) {
 void RunController::Collect() {
     if (busy()) return;
     endRealTime();
-    m_services.analogInput.selectDevice(m_state.settings.setup.Device);
-    if (m_services.analogInput.deviceDescription() == "Device: none" && !m_state.flags.DebugMode) {
+    CWAI& input = m_services.analogInput;
+    input.selectDevice(m_state.settings.setup.Device);
+    if (input.deviceDescription() == "Device: none" && !m_state.flags.DebugMode) {
         m_outcome = RunOutcome::Refused;
         m_services.messages.show({"No A/D device was selected or none was found.\n"
                                   "Try changing the A/D Device number in the Properties menu.\n\n"
@@ -79,78 +75,49 @@ void RunController::Collect() {
 
 void RunController::mnuAcquire_Click() {
     if (busy()) return;
-    if (const std::string reason = obstacle(); !reason.empty()) {
-        m_outcome = RunOutcome::Refused;
-        m_services.messages.show({reason, "Error", MessageIcon::Exclamation, MessageButtons::Ok});
+    Result<RunPlan> plan = planRun(m_state, m_services.analogInput.config.start);
+    if (plan) {
+        begin(std::move(plan).value());
         return;
     }
-    SetupOptions& setup = m_state.settings.setup;
-    enter(RunPhase::Preparing);
-    m_outcome = RunOutcome::None;
-    m_checkpoint = checkpoint();
-    RunView& view = m_services.view;
-    const StateFlags& flags = m_state.flags;
-
-    m_state.trials.LastTrial = m_state.trials.CurrentTrial;
-    m_state.trials.LastSettings = m_state.trials.CurrentSettings;
-    ++setup.TrialNumber;
-    m_state.TrialName = setup.FilePrefix + trialDigits(setup.TrialNumber);
-    m_runName = m_state.TrialName;
-    m_trialsTaken = 0;
-    m_state.trials.AddedToAverage = false;
-    if (m_services.digitalOutput.lines() > 0) m_services.digitalOutput.write(0);
-    view.setStopEnabled(true);
-
-    if (!configure()) return;
-    if (!askToResetChannels()) return;
-
-    view.setBusyPointer(true);
-    pauseBeforeStart();
-    if (m_phase == RunPhase::Idle) return; // stopped during the pause
-
-    if (m_state.settings.sound.SoundBefore) playTone();
-    m_services.clock.waitForNextMillisecond();
-    view.setStatusText(flags.TriggerEnabled ? "Waiting for trigger before acquiring data" : "Acquiring data");
-    if (triggered()) view.setWaitingShown(true);
-
-    enter(RunPhase::Running);
-    m_shownCount = 0;
-    if (!flags.DebugMode) {
-        if (const int code = m_services.analogInput.Start(); code != 0) {
-            refuse(code);
-            return;
-        }
-    }
-    RunStimulusPulses();
-    m_state.flags.Unsaved = true;
-    m_state.flags.TrialNotSaved = true;
-    m_state.flags.DataPresent = true;
-    m_state.flags.AddedToOverlays = false;
-
-    if (flags.DebugMode) {
-        // No data will come. The buffer still holds the trial before, which stays in the average only once.
-        m_state.trials.AddedToAverage = m_checkpoint.addedToAverage;
-        finish(RunOutcome::NoBoard);
-        view.UpdateMenus();
-        view.UpdateCaption();
-    }
+    m_outcome = RunOutcome::Refused;
+    m_services.messages.show({plan.error().text, "Error", MessageIcon::Exclamation, MessageButtons::Ok});
 }
 
-/// Why no collection can start with the settings as they are; empty when one can.
-std::string RunController::obstacle() const {
-    const AcqSettings& settings = m_state.settings;
-    if (const auto usable = checkCollectable(settings, m_state.flags.TriggerEnabled); !usable)
-        return "These settings cannot be collected with. " + usable.error().text + " Correct it in the setup.";
-    if (settings.setup.TrialNumber == std::numeric_limits<std::int16_t>::max())
-        return "The trial number cannot go above 32767. Set a smaller number in the setup.";
-    return {};
+void RunController::begin(RunPlan plan) {
+    m_plan = std::move(plan);
+    m_outcome = RunOutcome::None;
+    m_pulses.clear();
+    const int run = ++m_run;
+    RunStatus& status = m_state.run;
+    status = {};
+    enter(RunPhase::Preparing);
+    m_state.trials.LastTrial = m_state.trials.CurrentTrial;
+    m_state.settings.setup.TrialNumber = m_plan.number;
+    if (m_services.digitalOutput.lines() > 0) m_services.digitalOutput.write(0);
+    status.stopEnabled = true;
+    status.repeats = m_plan.sampling.Repeat;
+    status.rateHz = m_plan.input.scanRateHz;
+
+    if (!configure() || !askToResetChannels()) return;
+    if (m_plan.startDelayMs <= 0) {
+        start();
+        return;
+    }
+    enter(RunPhase::Pausing);
+    m_services.view.refresh();
+    m_services.events.after(std::chrono::milliseconds(m_plan.startDelayMs), [this, run] {
+        if (run == m_run && m_state.run.phase == RunPhase::Pausing) start();
+    });
 }
 
 bool RunController::configure() {
     CWAI& input = m_services.analogInput;
-    describeSampling(m_state.settings, input);
-    m_runSettings = m_state.settings.sampling;
-    if (m_state.flags.DebugMode) return true;
+    m_state.settings.sampling.Channels.assign(m_plan.input.channelList);
+    input.selectDevice(m_state.settings.setup.Device);
+    input.config = m_plan.input;
+    m_plan.source = input.deviceDescription();
+    if (!m_plan.driven) return true;
     if (const int code = input.Configure(); code != 0) {
         refuse(code);
         return false;
@@ -160,161 +127,118 @@ bool RunController::configure() {
 }
 
 bool RunController::askToResetChannels() {
-    if (!m_state.settings.setup.PauseToReset) return true;
+    if (!m_plan.askToReset) return true;
+    m_services.view.refresh();
     const MessageAnswer answer =
         m_services.messages.show({"Reset channels and press OK when ready to start collection.", "Reset Channels Now",
                                   MessageIcon::Question, MessageButtons::OkCancel});
-    if (answer == MessageAnswer::Ok) return true;
-    // What has been done so far stays done: the number stays advanced and Stop enabled. Only the mark that the trial in
-    // the buffer is part of the average comes back, or saving that trial again would count it twice.
-    m_state.trials.AddedToAverage = m_checkpoint.addedToAverage;
-    m_outcome = RunOutcome::Stopped;
-    enter(RunPhase::Idle);
+    if (answer == MessageAnswer::Ok) return m_state.run.phase == RunPhase::Preparing; // else it was stopped meanwhile
+    // What has been done so far stays done: the number stays advanced and Stop enabled.
+    finish(RunOutcome::Stopped);
+    m_state.run.stopEnabled = true;
+    m_services.view.refresh();
     return false;
 }
 
-void RunController::pauseBeforeStart() {
-    const std::int64_t delayMs = std::int64_t{m_state.settings.setup.StartDelay} * 1000;
-    if (delayMs <= 0) return;
-    enter(RunPhase::Pausing);
-    m_services.view.setStatusText("Pausing");
-    const std::int64_t end = m_services.clock.milliseconds() + delayMs;
-    while (m_phase == RunPhase::Pausing && m_services.clock.milliseconds() < end) {
-        m_services.events.processPending();
-        m_services.clock.waitForNextMillisecond();
-    }
+void RunController::start() {
+    enter(m_plan.triggered() ? RunPhase::Waiting : RunPhase::Acquiring);
+    m_services.view.refresh();
+    const int run = m_run;
+    if (givesPulses(m_plan.sampling)) m_services.view.paintNow(); // they block this thread
+    if (run != m_run || !collecting(m_state.run.phase)) return;   // stopped while it was painted
+    if (m_plan.toneBefore) playTone();
+    m_services.clock.setStepped(true);
+    m_services.clock.waitForNextMillisecond();
+    const int code = m_plan.driven ? m_services.analogInput.Start() : 0;
+    m_started = std::chrono::system_clock::now();
+    if (code == 0)
+        m_pulses = RunStimulusPulses(m_plan.sampling, m_services.clock,
+                                     m_plan.driven ? &m_services.digitalOutput : nullptr);
+    m_services.clock.setStepped(false);
+    if (code != 0) refuse(code);
+    if (!m_plan.driven) endWithoutBoard();
 }
 
-void RunController::RunStimulusPulses() {
-    constexpr int pulsedLines = 3;
-    const SamplingSettings& sampling = m_runSettings;
-    const unsigned mask = sampling.DIOMask & ((1U << pulsedLines) - 1U);
-    if (mask == 0) return;
-
-    MillisecondClock& clock = m_services.clock;
-    std::int64_t start = clock.milliseconds();
-    constexpr double longestMs = 3600e3; // of a trial; in debug mode no board has refused a wilder duration
-    const double durationMs = static_cast<double>(sampling.Duration) * 1000.0;
-    const std::int64_t trialMs = durationMs <= longestMs ? roundHalfEven(std::max(durationMs, 0.0)) : 0;
-    for (int repeat = 0; repeat < sampling.Repeat; ++repeat) {
-        unsigned pending = mask;
-        unsigned output = 0;
-        while (pending != 0 || output != 0) {
-            const std::int64_t elapsed = clock.milliseconds() - start;
-            output = 0;
-            for (unsigned line = 0; line < pulsedLines; ++line) {
-                const unsigned bit = 1U << line;
-                if ((pending & bit) == 0 || elapsed < sampling.DIOLatency[line]) continue;
-                output |= bit;
-                pending &= ~bit;
-            }
-            if (!m_state.flags.DebugMode) m_services.digitalOutput.write(static_cast<std::uint8_t>(output));
-            clock.waitForNextMillisecond();
-        }
-        start += trialMs;
-    }
+/// No data will come. A trial that is there stays whole; where there is none, the collection leaves one without samples.
+void RunController::endWithoutBoard() {
+    if (!m_state.trials.CurrentTrial) m_state.trials.CurrentTrial = trialOf(nullptr, 0);
+    finish(RunOutcome::NoBoard);
+    m_services.view.refresh();
 }
 
 void RunController::refuse(int code) {
     finish(RunOutcome::Refused);
-    restore();
-    m_services.view.UpdateMenus();
+    m_services.view.refresh();
     ShowDaqError(code);
 }
 
-void RunController::finish(RunOutcome outcome) {
-    RunView& view = m_services.view;
-    view.setBusyPointer(false);
-    view.setWaitingShown(false);
-    view.setStopEnabled(false);
-    view.showProgress(std::nullopt);
+void RunController::finish(RunOutcome outcome, std::string notice) {
     m_outcome = outcome;
     enter(RunPhase::Idle);
+    m_state.run = {};
+    m_state.notice = std::move(notice);
 }
 
 // Stopping ------------------------------------------------------------------------------------------------------------
 
 void RunController::Stop() {
-    RunView& view = m_services.view;
-    view.setWaitingShown(false);
-    if (m_state.flags.RealTimeMode) {
+    if (m_state.run.asking) return;
+    if (m_state.RealTimeMode()) {
         endRealTime();
-    } else {
-        if (m_asking) return;
-        const bool wasRunning = m_phase != RunPhase::Idle;
-        if (!confirmStop()) return;
-        if (wasRunning) {
-            if (m_phase == RunPhase::Idle) return;
-            restore();
-        }
-        view.RedrawTrials();
-        view.UpdateMenus();
-        view.UpdateCaption();
+        finish(RunOutcome::Stopped, "Stopped");
+        m_services.view.refresh();
+        return;
     }
-    finish(RunOutcome::Stopped);
-    view.setStatusText("Stopped");
+    const Hold whileAsking(*this);
+    if (confirmStop()) stopCollection();
 }
 
-/// Asks whether to lose the trial being taken, and stops the board on Yes. Trials that arrive while the question is
-/// open wait for the answer; one that was complete before it is kept either way.
+/// Trials that were complete before the answer are kept: they have arrived and wait for the question to close.
+void RunController::stopCollection() {
+    const bool collected = collecting(m_state.run.phase);
+    if (collected && m_plan.driven) m_services.analogInput.Stop();
+    whenDelivered([this, run = m_run, collected] {
+        if (run != m_run || collected != collecting(m_state.run.phase)) return; // the last one has ended it
+        finish(RunOutcome::Stopped, "Stopped");
+        m_services.view.RedrawTrials();
+        m_services.view.refresh();
+    });
+}
+
+/// Asks whether to lose the trial being taken.
 bool RunController::confirmStop() {
-    const Hold whileAsking(*this);
-    m_asking = true;
+    m_state.run.asking = true;
+    m_services.view.refresh();
     const MessageAnswer answer =
         m_services.messages.show({"Press Yes to stop A/D collection.  Data from current trial will be lost.",
-                                  "Stop Current Trial", MessageIcon::Question, MessageButtons::YesNo});
-    m_asking = false;
-    if (answer == MessageAnswer::Yes) {
-        if (!m_state.flags.DebugMode) m_services.analogInput.Stop();
-        return true;
-    }
-    if (m_phase == RunPhase::Running && triggered()) m_services.view.setWaitingShown(true);
-    return false;
-}
-
-RunController::Checkpoint RunController::checkpoint() const {
-    return {m_state.flags, m_state.TrialName, m_state.trials.AddedToAverage};
-}
-
-/// Puts back what the start of a collection changed. Once a trial of the collection has arrived, the flags and the name
-/// are that trial's and stay.
-void RunController::restore() {
-    if (m_trialsTaken > 0) return;
-    StateFlags& flags = m_state.flags;
-    flags.Unsaved = m_checkpoint.flags.Unsaved;
-    flags.TrialNotSaved = m_checkpoint.flags.TrialNotSaved;
-    flags.DataPresent = m_checkpoint.flags.DataPresent;
-    flags.AddedToOverlays = m_checkpoint.flags.AddedToOverlays;
-    m_state.TrialName = m_checkpoint.trialName;
-    m_state.trials.AddedToAverage = m_checkpoint.addedToAverage;
+                                  "Stop Current Trial", MessageIcon::Question, MessageButtons::YesNo, true});
+    m_state.run.asking = false;
+    m_services.view.refresh();
+    return answer == MessageAnswer::Yes;
 }
 
 // Real-time view ------------------------------------------------------------------------------------------------------
 
 void RunController::mnuRealTime_Click() {
-    RunView& view = m_services.view;
-    if (busy()) {
-        view.setStatusText("A trial is being collected. Stop it before you watch the channels.");
-        return;
-    }
-    if (m_state.flags.RealTimeMode) return;
-    const bool driven = !m_state.flags.DebugMode;
+    if (busy() || m_state.RealTimeMode()) return;
+    m_watchDriven = !m_state.flags.DebugMode;
     CWAI& input = m_services.analogInput;
-    view.setStopEnabled(true);
     describeSampling(m_state.settings, input);
     const StartCondition confirmed = std::exchange(input.config.start, StartCondition{});
     input.config.end = EndCondition::Continuous;
-    if (driven) ShowDaqError(input.Configure());
+    m_state.run = {};
+    enter(RunPhase::RealTime);
+    m_state.run.stopEnabled = true;
+    if (m_watchDriven) ShowDaqError(input.Configure());
 
     SamplingSettings& sampling = m_state.settings.sampling;
     sampling.NumChannels = static_cast<std::int16_t>(input.numChannels());
     constexpr std::int64_t mostSamples = std::numeric_limits<std::int32_t>::max();
     sampling.NumSamples = static_cast<std::int32_t>(std::min(input.totalScans(), mostSamples));
     const std::int64_t scans = input.config.chunked ? input.config.chunkScans : input.config.totalScans;
-    view.beginRealTime(static_cast<double>(scans - 1) / sampling.Rate);
-    view.setStatusText("Acquiring data continuously.  Press Stop button to terminate collection.");
-    m_state.flags.RealTimeMode = true;
-    if (driven) ShowDaqError(input.Start());
+    m_services.view.beginRealTime(static_cast<double>(scans - 1) / sampling.Rate);
+    m_services.view.refresh();
+    if (m_watchDriven) ShowDaqError(input.Start());
     // What was set for watching ends with it: collections go by the trigger that was confirmed.
     input.config.start = confirmed;
     input.config.end = EndCondition::AfterTotalScans;
@@ -327,10 +251,11 @@ void RunController::showRealTime(const AnalogBlock& block) {
 
 /// Without effect while there is no real-time view.
 void RunController::endRealTime() {
-    if (!std::exchange(m_state.flags.RealTimeMode, false)) return;
-    if (m_services.analogInput.running()) m_services.analogInput.Stop(); // in debug mode it was never started
+    if (!m_state.RealTimeMode()) return;
+    if (m_watchDriven) m_services.analogInput.Stop();
+    enter(RunPhase::Idle);
+    m_state.run = {};
     m_services.view.endRealTime();
-    m_services.view.setStopEnabled(false);
 }
 
 // Events of the analog-input control ----------------------------------------------------------------------------------
@@ -354,98 +279,99 @@ void RunController::deliverArrived() {
 }
 
 void RunController::takeProgress(const AnalogProgress& progress) {
-    if (m_phase != RunPhase::Running) return;
-    m_services.view.showProgress(progress);
-    if (m_runSettings.Repeat < 2 || progress.waitingForTrigger || progress.count == m_shownCount) return;
-    m_shownCount = progress.count;
-    const double k = static_cast<double>(progress.count) / static_cast<double>(progress.totalScans);
-    m_services.view.setStatusText("Repeat " + generalNumber(k) + " of " + std::to_string(m_runSettings.Repeat));
+    RunStatus& status = m_state.run;
+    if (status.phase != RunPhase::Waiting && status.phase != RunPhase::Acquiring) return;
+    if (status.phase == RunPhase::Waiting && !progress.waitingForTrigger) enter(RunPhase::Acquiring);
+    status.repeat = static_cast<double>(progress.count) / static_cast<double>(progress.totalScans);
+    status.scans = progress.scansInBlock;
+    status.scansOfTrial = progress.blockScans;
+    m_services.view.refresh();
 }
 
 void RunController::takeBlock(const AnalogBlock& block) {
-    if (m_phase != RunPhase::Running) return;
-    const SoundSettings& sound = m_state.settings.sound;
-    const double ratio = m_state.settings.trigger.RandomRatio;
-    const int k = static_cast<int>(std::floor(ratio * m_services.random())) + 1;
-    if (sound.SoundAfter && k == 1) playTone();
+    RunStatus& status = m_state.run;
+    if (status.phase == RunPhase::Waiting) enter(RunPhase::Acquiring);
+    if (status.phase != RunPhase::Acquiring) return;
+    const int k = static_cast<int>(std::floor(m_plan.randomRatio * m_services.random())) + 1;
+    if (m_plan.toneAfter && k == 1) playTone();
 
-    takeTrial(block.samples, trialNameInRun());
-    ++m_trialsTaken;
-    if (block.last) finish(RunOutcome::Completed);
+    std::shared_ptr<Trial> trial = trialOf(block.samples, block.firstScan);
+    if (m_plan.triggered()) {
+        trial->record.trigger = m_plan.trigger;
+        if (status.trialsTaken == 0) trial->record.triggerSample = m_plan.input.start.preTriggerScans;
+    }
+    takeTrial(std::move(trial));
+    if (block.last)
+        finish(RunOutcome::Completed, m_state.notice);
+    else
+        ++status.trialsTaken;
     handOn();
 }
 
 void RunController::takeError(const AnalogError& error) {
-    if (m_phase == RunPhase::Idle && !m_state.flags.RealTimeMode) return;
-    const bool realTime = m_state.flags.RealTimeMode;
+    if (m_state.run.phase == RunPhase::Idle) return;
+    const bool watched = m_state.RealTimeMode();
+    const bool keeps = !watched && error.arrived != nullptr;
     endRealTime();
-    const bool keeps = !realTime && error.arrived != nullptr;
-    finish(RunOutcome::Failed);
     std::string context = error.context;
     if (keeps) {
-        takeTrial(error.arrived, trialNameInRun() + "-partial");
+        std::shared_ptr<Trial> part = trialOf(error.arrived, error.firstScan);
+        part->name += "-partial";
         context += " The part of the trial that had arrived (" + std::to_string(error.arrived->samples()) +
-                   " samples per channel) is kept as " + m_state.TrialName + ".";
-    } else if (!realTime) {
-        restore();
+                   " samples per channel) is kept as " + part->name + ".";
+        takeTrial(std::move(part));
     }
-    RunView& view = m_services.view;
-    view.RedrawTrials();
-    view.UpdateMenus();
-    view.UpdateCaption();
+    finish(RunOutcome::Failed, m_state.notice);
+    if (!watched) m_services.view.RedrawTrials(); // what was watched last stays in sight
+    m_services.view.refresh();
     m_services.messages.show({"Error: " + std::to_string(error.code) + lineBreak + "Context: " + context + lineBreak +
                                   m_services.analogInput.describe(error.code),
                               "Error", MessageIcon::None, MessageButtons::Ok});
 }
 
-/// The name of the trial that is being taken. Each repeat has one of its own, so that none overwrites another's file.
-std::string RunController::trialNameInRun() const {
-    return m_trialsTaken == 0 ? m_runName : m_runName + "-r" + std::to_string(m_trialsTaken + 1);
+/// A trial of the collection in progress: what the plan says, and what the next trial is to carry. `firstScan` is the
+/// number of its first sample since the board was started.
+std::shared_ptr<Trial> RunController::trialOf(const TrialData& samples, std::int64_t firstScan) const {
+    const int repeat = m_state.run.trialsTaken;
+    auto trial = std::make_shared<Trial>();
+    trial->samples = samples;
+    trial->name = m_plan.nameOf(repeat);
+    trial->number = m_plan.number;
+    trial->sampling = m_plan.sampling;
+    trial->header = m_state.header;
+    trial->infoA = m_state.infoA;
+    trial->infoB = m_state.infoB;
+    trial->comments = m_state.comments;
+    trial->record.source = m_plan.source;
+    if (!samples) return trial;
+    trial->sampling.NumChannels = static_cast<std::int16_t>(samples->channels());
+    trial->sampling.NumSamples = static_cast<std::int32_t>(samples->samples());
+    const std::chrono::duration<double> intoRun(static_cast<double>(firstScan) / m_plan.input.scanRateHz);
+    trial->record.start = isoTime(m_started + std::chrono::duration_cast<std::chrono::milliseconds>(intoRun));
+    if (static_cast<std::size_t>(repeat) < m_pulses.size())
+        trial->record.pulses = m_pulses[static_cast<std::size_t>(repeat)];
+    return trial;
 }
 
-/// Makes a delivered block the current trial.
-void RunController::takeTrial(const TrialData& trial, const std::string& name) {
-    TrialBuffers& trials = m_state.trials;
-    trials.CurrentTrial = trial;
-    trials.CurrentSettings = m_runSettings;
-    trials.CurrentSettings.NumChannels = static_cast<std::int16_t>(trial->channels());
-    trials.CurrentSettings.NumSamples = static_cast<std::int32_t>(trial->samples());
-    trials.AddedToAverage = false;
-    m_state.settings.sampling.NumChannels = trials.CurrentSettings.NumChannels;
-    m_state.settings.sampling.NumSamples = trials.CurrentSettings.NumSamples;
-    m_state.TrialName = name;
-    m_state.LastSavedName.clear();
-    m_state.flags.Unsaved = true;
-    m_state.flags.TrialNotSaved = true;
-    m_state.flags.DataPresent = true;
-    m_state.flags.AddedToOverlays = false;
+/// Makes a trial the current one.
+void RunController::takeTrial(std::shared_ptr<Trial> trial) {
+    m_state.notice = replacedUnsaved(m_state);
+    m_state.settings.sampling.NumChannels = trial->sampling.NumChannels;
+    m_state.settings.sampling.NumSamples = trial->sampling.NumSamples;
+    m_state.trials.CurrentTrial = std::move(trial);
 }
 
 /// Shows the new current trial and saves it where the settings ask for that.
 void RunController::handOn() {
     RunView& view = m_services.view;
     view.RedrawTrials();
-    view.setBusyPointer(false);
-    view.UpdateMenus();
-    view.UpdateCaption();
-    const SetupOptions& setup = m_state.settings.setup;
-    if (setup.Comments) view.editComments();
-    if (setup.Autosave) m_services.sink.autosave(setup.SaveType);
-}
-
-/// A start trigger is configured.
-bool RunController::triggered() const {
-    return m_services.analogInput.config.start.type != StartCondition::Type::None;
+    view.refresh();
+    if (m_state.settings.setup.Comments) view.editComments();
+    if (m_state.settings.setup.Autosave) m_services.sink.autosave(m_state.settings.setup.SaveType);
 }
 
 void RunController::playTone() {
-    if (m_state.settings.sound.SoundAvailable && m_services.sound.deviceCount() > 0)
-        m_services.sound.playFile(m_services.toneFile);
-}
-
-void RunController::mnuClearAverage_Click() {
-    ClearAverage(m_state.trials);
-    m_services.view.RedrawTrials();
+    if (m_services.sound.deviceCount() > 0) m_services.sound.playFile(m_services.toneFile);
 }
 
 void RunController::ShowDaqError(int code) {

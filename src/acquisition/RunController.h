@@ -1,6 +1,6 @@
 #pragma once
 
-#include "acquisition/RunPhase.h"
+#include "acquisition/RunPlan.h"
 #include "acquisition/RunView.h"
 #include "acquisition/records/ProgramState.h"
 #include "platform/CWAI.h"
@@ -10,9 +10,12 @@
 #include "platform/MillisecondClock.h"
 #include "platform/SoundOutput.h"
 
+#include <chrono>
 #include <deque>
 #include <filesystem>
 #include <functional>
+#include <memory>
+#include <vector>
 
 namespace tavex2 {
 
@@ -30,8 +33,9 @@ struct RunServices {
     std::filesystem::path toneFile; ///< the tone that is played before or after a trial
 };
 
-/// Runs collections: configures and starts the analog-input control from the settings, times the stimuli, takes the
-/// delivered trials into the buffers and hands them on. The window, the command line and the tests drive the same code.
+/// Runs collections and the real-time view: makes the plan of a collection, configures and starts the analog-input
+/// control by it, gives the stimuli, makes trials of what is delivered and hands them on. The window, the command line
+/// and the tests drive the same code. It writes ProgramState::run and the trials; what is shown follows from these.
 /// User-interface thread only; never shows anything itself.
 class RunController {
   public:
@@ -40,26 +44,24 @@ class RunController {
     RunController(const RunController&) = delete;
     RunController& operator=(const RunController&) = delete;
 
-    /// The tool bar's "Collect": checks that there is a board, then starts a collection. Without effect while one runs.
+    /// The tool bar's "Collect": ends a real-time view, checks that there is a board, then starts a collection. Without
+    /// effect while one runs.
     void Collect();
 
-    /// Starts one collection. Without effect while one runs.
+    /// Starts one collection; it goes on by events. Without effect while one runs.
     void mnuAcquire_Click();
 
     /// Starts the real-time view: the board delivers without trigger and without end, every block is shown and nothing
-    /// is stored. A failure is shown and the view stays on, without blocks, until Stop. Without effect while it runs;
-    /// while a collection runs only the status text says so.
+    /// is stored. A failure is shown and the view stays on, without blocks, until Stop. Without effect while it or a
+    /// collection runs.
     void mnuRealTime_Click();
 
     /// The tool bar's "Stop": ends the real-time view; else asks whether to lose the trial being taken, and ends the
     /// collection or its pause.
     void Stop();
 
-    /// Empties the average.
-    void mnuClearAverage_Click();
-
-    /// While one of these lives, trials that arrive wait: the current trial and its name stay what they are. Whoever
-    /// lets events run while working on the current trial (a save dialog, a long file) holds one.
+    /// While one of these lives, trials that arrive wait: the current trial stays what it is. Whoever lets events run
+    /// while working on the current trial (a save dialog, a long file) holds one.
     class Hold {
       public:
         explicit Hold(RunController& run) : m_run(run) { ++m_run.m_holds; }
@@ -77,35 +79,23 @@ class RunController {
     /// Shows the description of a failed control operation; nothing for 0.
     void ShowDaqError(int code);
 
-    RunPhase phase() const { return m_phase; }
-
     /// A collection is being prepared or taken, or a trial that arrived is still being handed on.
-    bool busy() const { return m_phase != RunPhase::Idle || m_delivering; }
-
-    /// A collection runs of which no trial has arrived yet: the name is already the new trial's, the samples are still
-    /// those of the one before, and the two must not be saved together.
-    bool awaitsFirstTrial() const { return m_phase != RunPhase::Idle && m_trialsTaken == 0; }
+    bool busy() const { return collecting(m_state.run.phase) || m_delivering; }
 
     /// How the last collection ended.
     RunOutcome outcome() const { return m_outcome; }
 
   private:
-    /// What a collection that yields no trial puts back.
-    struct Checkpoint {
-        StateFlags flags;
-        std::string trialName;
-        bool addedToAverage = false;
-    };
-
     void enter(RunPhase next);
-    std::string obstacle() const;
+    void begin(RunPlan plan);
     bool configure();
     bool askToResetChannels();
-    void pauseBeforeStart();
-    void RunStimulusPulses();
-    bool confirmStop();
-    void finish(RunOutcome outcome);
+    void start();
+    void finish(RunOutcome outcome, std::string notice = {});
     void refuse(int code);
+    void endWithoutBoard();
+    bool confirmStop();
+    void stopCollection();
     void showRealTime(const AnalogBlock& block);
     void endRealTime();
 
@@ -114,26 +104,20 @@ class RunController {
     void takeBlock(const AnalogBlock& block);
     void takeError(const AnalogError& error);
     void takeProgress(const AnalogProgress& progress);
-    void takeTrial(const TrialData& trial, const std::string& name);
+    std::shared_ptr<Trial> trialOf(const TrialData& samples, std::int64_t firstScan) const;
+    void takeTrial(std::shared_ptr<Trial> trial);
     void handOn();
     void playTone();
-    bool triggered() const;
-    std::string trialNameInRun() const;
-
-    Checkpoint checkpoint() const;
-    void restore();
 
     ProgramState& m_state;
     RunServices m_services;
-    RunPhase m_phase = RunPhase::Idle;
     RunOutcome m_outcome = RunOutcome::None;
-    SamplingSettings m_runSettings; ///< the sampling settings of the collection in progress
-    Checkpoint m_checkpoint;
-    std::string m_runName;         ///< name of the collection's first trial
-    int m_trialsTaken = 0;         ///< trials of the collection that have arrived
-    std::int64_t m_shownCount = 0; ///< progress count whose repeat stands in the status bar
-    bool m_asking = false;         ///< the Stop question is open
-    int m_holds = 0;               ///< while above 0, arrived events wait
+    RunPlan m_plan;                                  ///< of the collection in progress, or the last one
+    int m_run = 0;                                   ///< its number; a timer of another one is stale
+    bool m_watchDriven = false;                      ///< the real-time view has started the board
+    std::chrono::system_clock::time_point m_started; ///< when the board was started
+    std::vector<std::vector<GivenPulse>> m_pulses;   ///< of each repeat
+    int m_holds = 0;                                 ///< while above 0, arrived events wait
     bool m_delivering = false;
     std::deque<std::function<void()>> m_arrived; ///< events waiting until the one before has been dealt with
 };

@@ -1,6 +1,7 @@
 #include "acquisition/SetupCommands.h"
 
 #include "acquisition/SetupFile.h"
+#include "base/FileNames.h"
 #include "base/PathText.h"
 
 namespace tavex2 {
@@ -13,26 +14,25 @@ SetupCommands::SetupCommands(ProgramState& state, CWAI& analogInput, FileDialogs
 
 void SetupCommands::mnuOption_Click(int index) {
     SetupOptions& setup = m_state.settings.setup;
-    const auto toggle = [&](auto& field) {
-        field = !field;
-        m_view.setOptionChecked(index, field);
-    };
+    StateFlags& flags = m_state.flags;
     switch (index) {
     case 0:
-        toggle(setup.Autosave);
+        setup.Autosave = !setup.Autosave;
         break;
     case 1:
-        toggle(m_state.flags.DebugMode);
+        flags.DebugMode = !flags.DebugMode;
         break;
     case 2:
-        toggle(setup.PauseToReset);
+        setup.PauseToReset = !setup.PauseToReset;
+        flags.resetMark.reset();
         break;
     case 3:
-        toggle(setup.StartMaximized);
+        setup.StartMaximized = !setup.StartMaximized;
+        flags.maximizedMark.reset();
         m_view.setMaximized(setup.StartMaximized);
         break;
     case 4:
-        toggle(setup.SaveOffsets);
+        setup.SaveOffsets = !setup.SaveOffsets;
         break;
     case 5:
         LoadSetup();
@@ -43,13 +43,13 @@ void SetupCommands::mnuOption_Click(int index) {
     default:
         break;
     }
+    m_view.refresh();
 }
 
-void SetupCommands::showOptionsAfterSetup() {
-    const SetupOptions& setup = m_state.settings.setup;
-    m_view.setOptionChecked(0, setup.Autosave);
-    m_view.setOptionChecked(2, setup.SaveOffsets);
-    m_view.setOptionChecked(3, setup.PauseToReset);
+void SetupCommands::afterSetup() {
+    m_state.flags.resetMark = m_state.settings.setup.SaveOffsets;
+    m_state.flags.maximizedMark = m_state.settings.setup.PauseToReset;
+    m_view.refresh();
 }
 
 // Setup files ---------------------------------------------------------------------------------------------------------
@@ -60,14 +60,15 @@ FileDialogRequest SetupCommands::fileRequest(const char* title) const {
     request.title = title;
     request.defaultExtension = "set";
     request.filter = "Tavex2 setup file (.set)|*.set|All Files (*.*)|*.*|";
-    request.initialName = lastFile.empty() ? m_state.TrialName + ".set" : lastFile;
+    const std::string& name = m_state.TrialName();
+    request.initialName = lastFile.empty() ? (name.empty() ? "Setup" : name) + ".set" : lastFile;
     return request;
 }
 
 void SetupCommands::remember(const std::filesystem::path& path) {
-    m_state.TrialName = pathText(path.stem());
+    m_state.rename(pathText(path.stem()));
     m_state.paths.LastSetupFile = pathText(path);
-    m_view.UpdateCaption();
+    m_view.refresh();
 }
 
 void SetupCommands::LoadSetup() {
@@ -93,17 +94,14 @@ void SetupCommands::LoadSetupFile(const std::filesystem::path& path) {
 }
 
 void SetupCommands::SaveSetup() {
-    std::optional<std::filesystem::path> path =
-        m_dialogs.askSaveName(fileRequest("Save Tavex2 setup properties (.SET) file"));
-    if (!path || path->empty()) return;
-    if (!path->has_extension()) path->replace_extension(".set");
-
-    if (const auto written = writeSetupFile(*path, m_state.settings); !written) {
-        m_messages.show({"Error saving " + pathText(*path) + "\n" + written.error().text, "Error",
-                         MessageIcon::Exclamation, MessageButtons::Ok});
+    const auto typed = m_dialogs.askSaveName(fileRequest("Save Tavex2 setup properties (.SET) file"));
+    if (!typed || typed->empty()) return;
+    const std::filesystem::path path = withExtension(*typed, ".set");
+    if (const auto written = writeSetupFile(path, m_state.settings); !written) {
+        m_messages.show(errorSaving(path, written.error()));
         return;
     }
-    remember(*path);
+    remember(path);
 }
 
 } // namespace tavex2

@@ -14,15 +14,14 @@ class OptionsView {
   public:
     virtual ~OptionsView() = default;
 
-    /// Check mark of an item of the array mnuOption.
-    virtual void setOptionChecked(int index, bool checked) = 0;
+    /// The state has changed: everything that follows from it is to be shown anew.
+    virtual void refresh() = 0;
     /// The window is maximised, or as it was.
     virtual void setMaximized(bool maximized) = 0;
     /// Opens the setup dialog and returns when it is closed.
     virtual void mnuProperties_Click() = 0;
     /// The display settings may have changed: units and scaling of the graphs are to follow them.
     virtual void followDisplaySettings() = 0;
-    virtual void UpdateCaption() = 0;
 };
 
 /// The commands of the Options menu: toggles, and all settings kept in a setup file. User-interface thread only.
@@ -34,9 +33,9 @@ class SetupCommands {
     /// save. A toggle inverts its field and then shows it, whatever its check mark showed before.
     void mnuOption_Click(int index);
 
-    /// The check marks after the setup dialog's OK. Item 3 shows PauseToReset and not its own field: the marks are one
-    /// off until the items' next toggle, and laboratories' instructions describe them so.
-    void showOptionsAfterSetup();
+    /// What the setup dialog's OK does to the menu: two check marks show the dialog's boxes beside their own, as
+    /// StateFlags tells.
+    void afterSetup();
 
     /// Asks for a setup file and reads it. The file's name becomes the trial's and its path the last setup file; then
     /// the setup dialog opens, whose OK applies the settings. A failure is told; what was read before it stays.

@@ -10,10 +10,11 @@ namespace tavex2 {
 
 namespace {
 
-Result<void> checkShapes(std::span<const TrialData> trials, int channel) {
+Result<void> checkShapes(std::span<const TrialPtr> trials, int channel) {
     if (trials.empty()) return Error{ErrorKind::InvalidValue, "No trial has been overlaid yet."};
-    for (const TrialData& trial : trials)
-        if (!trial || channel < 0 || channel >= trial->channels() || trial->samples() != trials.front()->samples())
+    for (const TrialPtr& trial : trials)
+        if (channel < 0 || channel >= trial->samples->channels() ||
+            trial->samples->samples() != trials.front()->samples->samples())
             return Error{ErrorKind::InvalidValue, "The overlaid trials do not have the same channels and samples. "
                                                   "Clear the overlay and add them again."};
     return {};
@@ -21,19 +22,19 @@ Result<void> checkShapes(std::span<const TrialData> trials, int channel) {
 
 /// Copies the channel of each trial into a row of its own.
 template <class T>
-void copyRows(TrialArray& rows, std::span<const TrialData> trials, int channel) {
+void copyRows(TrialArray& rows, std::span<const TrialPtr> trials, int channel) {
     for (std::size_t k = 0; k < trials.size(); ++k) {
         const std::span<T> row = rows.samplesOf<T>(static_cast<int>(k));
-        trials[k]->visitChannel(channel, [row](auto samples) {
+        trials[k]->samples->visitChannel(channel, [row](auto samples) {
             std::ranges::transform(samples, row.begin(), [](auto each) { return static_cast<T>(each); });
         });
     }
 }
 
-void averageInto(std::span<double> row, std::span<const TrialData> trials, int channel) {
+void averageInto(std::span<double> row, std::span<const TrialPtr> trials, int channel) {
     std::ranges::fill(row, 0.0);
-    for (const TrialData& trial : trials)
-        trial->visitChannel(channel, [row](auto samples) {
+    for (const TrialPtr& trial : trials)
+        trial->samples->visitChannel(channel, [row](auto samples) {
             for (std::size_t i = 0; i < row.size(); ++i)
                 row[i] += static_cast<double>(samples[i]);
         });
@@ -51,17 +52,14 @@ void rectifyRows(TrialArray& rows) {
 
 } // namespace
 
-Result<void> AddOverlay(OverlaySet& overlays, const std::string& name, const SamplingSettings& settings,
-                        const TrialData& trial) {
+Result<void> AddOverlay(OverlaySet& overlays, const TrialPtr& trial) {
     if (static_cast<std::size_t>(overlays.OverlayCount) == overlays.OverlayData.size())
         return Error{ErrorKind::InvalidValue, "Maximum 16 overlays!"};
     if (overlays.OverlayCount == 0)
-        overlays.OverlaySettings = settings;
-    else if (!SettingsCompatible(overlays.OverlaySettings, settings))
+        overlays.OverlaySettings = trial->sampling;
+    else if (!SettingsCompatible(overlays.OverlaySettings, trial->sampling))
         return Error{ErrorKind::InvalidValue, "Can't overlay because properties are not the same."};
-    // Trials never change, so sharing one is as good as a copy of it.
     overlays.OverlayData[static_cast<std::size_t>(overlays.OverlayCount)] = trial;
-    overlays.OverlayNames[static_cast<std::size_t>(overlays.OverlayCount)] = name;
     ++overlays.OverlayCount;
     return {};
 }
@@ -74,12 +72,12 @@ Result<TrialData> BuildPlotData(const OverlaySet& overlays, int channel, bool av
     const auto trials = std::span(overlays.OverlayData).first(static_cast<std::size_t>(overlays.OverlayCount));
     if (auto checked = checkShapes(trials, channel); !checked) return checked.error();
 
-    const bool single = !average && std::ranges::all_of(trials, [](const TrialData& trial) {
-        return trial->elementType() == ElementType::Float32;
+    const bool single = !average && std::ranges::all_of(trials, [](const TrialPtr& trial) {
+        return trial->samples->elementType() == ElementType::Float32;
     });
     const int rows = average ? 1 : overlays.OverlayCount;
     Result<TrialArray> built = TrialArray::allocate(single ? ElementType::Float32 : ElementType::Float64,
-                                                    rows == 1 ? 1 : 2, rows, trials.front()->samples());
+                                                    rows == 1 ? 1 : 2, rows, trials.front()->samples->samples());
     if (!built) return built.error();
     if (average)
         averageInto(built.value().doubles(0), trials, channel);

@@ -3,15 +3,11 @@
 #include "acquisition/records/ProgramState.h"
 #include "base/Result.h"
 
-#include <string>
-
 namespace tavex2 {
 
-/// Adds a trial of this name, taken with these settings, to the set. The first one of a set lays down what later ones
-/// must agree with (SettingsCompatible). Error InvalidValue, with the text to show, when the set is full or the trial
+/// Adds a trial to the set. The first one of a set decides what later ones must agree with (SettingsCompatible). Error InvalidValue, with the text to show, when the set is full or the trial
 /// does not agree; the set is unchanged then.
-Result<void> AddOverlay(OverlaySet& overlays, const std::string& name, const SamplingSettings& settings,
-                        const TrialData& trial);
+Result<void> AddOverlay(OverlaySet& overlays, const TrialPtr& trial);
 
 /// Empties the set; what its slots hold is overwritten as new overlays arrive.
 void ClearOverlays(OverlaySet& overlays);

@@ -7,7 +7,7 @@ namespace tavex2 {
 
 bool prepareExit(const ProgramState& state, Messages& messages, SettingsStore& store,
                  const std::function<bool()>& saveTrial) {
-    if (state.flags.TrialNotSaved) {
+    if (state.TrialNotSaved()) {
         const MessageAnswer answer =
             messages.show({"Your last trial was NOT saved.  Do you want to save it before exiting?", "Last Trial Saved",
                            MessageIcon::Question, MessageButtons::YesNoCancel});

@@ -49,7 +49,7 @@ void OutsidePrograms::mnuProgram_Click(int index) {
 }
 
 void OutsidePrograms::startSibling() {
-    if (m_state.flags.TrialNotSaved) {
+    if (m_state.TrialNotSaved()) {
         m_services.messages.show(
             saveFirst("You must save your current data first to a file before starting Lumidor2."));
         return;
@@ -57,12 +57,13 @@ void OutsidePrograms::startSibling() {
     const std::string& data = m_state.paths.DataDir;
     writeText(m_services.store, stored::siblingDataDir, data);
     ShellRequest request{.file = m_services.shell.pathOf(siblingFolder(), sibling), .parameters = {}, .folder = data};
+    const std::string savedName = m_state.DataPresent() ? m_state.trials.CurrentTrial->savedName : std::string();
     if (!m_state.LastTabExport.empty())
         request.parameters = inQuotes(m_state.LastTabExport);
-    else if (m_state.LastSavedName.empty())
+    else if (savedName.empty())
         request.file = sibling; // found through the search path
     else
-        request.parameters = m_state.LastSavedName; // as it is: the program takes the rest of the line
+        request.parameters = savedName; // as it is: the program takes the rest of the line
     m_services.shell.execute(request);
 }
 

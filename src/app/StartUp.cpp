@@ -1,7 +1,6 @@
 #include "app/StartUp.h"
 
 #include "acquisition/Sound.h"
-#include "app/OutsidePrograms.h"
 #include "app/StoredSettings.h"
 #include "files/RecentFiles.h"
 
@@ -43,11 +42,6 @@ void readPaths(ProgramState& state, const StartUpServices& services, const std::
     state.autosaveWithoutAsking = readBoolean(store, stored::autosaveWithoutAsking);
 }
 
-int chooseSpreadsheet(std::string& program) {
-    if (program.empty()) program = defaultSpreadsheet;
-    return spreadsheetItem(program);
-}
-
 } // namespace
 
 StartUpResult startUp(ProgramState& state, const StartUpServices& services) {
@@ -63,7 +57,7 @@ StartUpResult startUp(ProgramState& state, const StartUpServices& services) {
     paths.WindowsDir = services.environment("WINDIR").value_or("");
     if (!paths.WindowsDir.empty()) paths.WindowsDir += "\\";
     if (paths.ViewerProgram.empty()) paths.ViewerProgram = paths.WindowsDir + defaultViewer;
-    result.spreadsheetItem = chooseSpreadsheet(paths.SpreadsheetProgram);
+    if (paths.SpreadsheetProgram.empty()) paths.SpreadsheetProgram = defaultSpreadsheet;
 
     if (paths.DataDir.empty()) paths.DataDir = currentDirectory;
     fs::current_path(paths.DataDir, ignored);

@@ -25,7 +25,6 @@ struct StartUpServices {
 /// What the window does with the result of start-up.
 struct StartUpResult {
     int waveDevices = 0;     ///< wave-output devices found
-    int spreadsheetItem = 0; ///< the item of mnuSpreadsheet that carries the check mark
     bool maximized = false;  ///< show the window maximised
 };
 

@@ -33,6 +33,7 @@ class ExportCommands {
 
   private:
     using Write = std::function<Result<void>(const std::filesystem::path&, const WriteOptions&)>;
+    using WriteTrial = Result<void> (*)(const std::filesystem::path&, const Trial&, const WriteOptions&);
 
     /// The kinds of files that a dialog offers.
     struct FileKinds {
@@ -41,13 +42,14 @@ class ExportCommands {
     };
 
     bool hasTrial();
+    Write current(WriteTrial write) const;
     void exportLma(const FileKinds& kinds, const Write& write);
     /// No value when the user cancelled.
     std::optional<std::filesystem::path> askName(const std::string& title, const std::string& extension,
                                                  const FileKinds& kinds);
     bool exportTo(const std::filesystem::path& path, const Write& write);
-    WriteOptions options(IfExists ifExists);
     void tellFailure(const std::filesystem::path& path, const Error& error);
+    void tellExported(const std::filesystem::path& path);
     void enterTab(const std::filesystem::path& path);
 
     ProgramState& m_state;

@@ -9,29 +9,24 @@
 #include <bit>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tavex2 {
 
 namespace {
 
-std::string titleText(int trialNumber, const LocalTime& now) {
-    return "Tavex2 analog data file.  Trial " + zeroPadded(trialNumber, 4) + "  " + zeroPadded(now.year, 4) + "-" +
-           zeroPadded(now.month, 2) + "-" + zeroPadded(now.day, 2) + " " + zeroPadded(now.hour, 2) + "." +
-           zeroPadded(now.minute, 2) + "." + zeroPadded(now.second, 2);
-}
-
-/// The header of a trial. Slots above its channels stay as they are in `memory`: unused, or what a loaded file had
-/// there.
-LmbHeader headerOf(const TrialArray& trial, const SamplingSettings& sampling, const std::string& title,
-                   const LmbHeader& memory) {
-    LmbHeader header = memory;
+/// The header of a trial. Slots above its channels stay as they are: unused, or what a loaded file had there.
+LmbHeader headerOf(const Trial& trial, const std::string& title) {
+    const SamplingSettings& sampling = trial.sampling;
+    const int channels = trial.samples->channels();
+    LmbHeader header = trial.header;
     header.Title.assign(title);
-    header.NumChannels = static_cast<std::int16_t>(trial.channels());
-    header.NumSamples = static_cast<std::int32_t>(trial.samples());
+    header.NumChannels = static_cast<std::int16_t>(channels);
+    header.NumSamples = static_cast<std::int32_t>(trial.samples->samples());
     header.Rate = sampling.Rate;
     header.Duration = static_cast<double>(sampling.Duration);
-    for (int k = 0; k <= trial.channels(); ++k) {
+    for (int k = 0; k <= channels; ++k) {
         const auto slot = static_cast<std::size_t>(k);
         header.ChannelOn[slot] = -1;
         header.ChannelNumber[slot] = static_cast<std::int16_t>(k - 1);
@@ -41,7 +36,7 @@ LmbHeader headerOf(const TrialArray& trial, const SamplingSettings& sampling, co
         header.ChannelIndexA[slot] = static_cast<std::int16_t>(k);
         header.ChannelIndexB[slot] = static_cast<std::int16_t>(k);
     }
-    for (int channel = 0; channel < trial.channels(); ++channel) {
+    for (int channel = 0; channel < channels; ++channel) {
         const auto slot = static_cast<std::size_t>(channel) + 1;
         if (header.Labels[slot].neverSet()) header.Labels[slot].assign(labelOf(header, channel));
         if (header.Units[slot].neverSet()) header.Units[slot].assign(channelUnitOf(header, channel));
@@ -119,35 +114,42 @@ Result<void> writeSamples(AtomicFile& file, const TrialArray& trial, std::int32_
 
 } // namespace
 
-Result<void> WriteLmb(const std::filesystem::path& path, ProgramState& state, const LocalTime& now,
-                      const WriteOptions& options) {
-    if (!hasCurrentTrial(state))
-        return Error{ErrorKind::InvalidValue, "There is no trial to save. Collect or open one first."};
-    const TrialData trial = state.trials.CurrentTrial; // kept while the callback lets other things happen
-    const SamplingSettings sampling = state.trials.CurrentSettings;
-    if (auto bytes = lmbFileBytes(trial->channels(), trial->samples()); !bytes) return bytes.error();
-    if (sampling.Rate < 1)
-        return Error{ErrorKind::InvalidValue, "The trial has no sampling rate and cannot be saved. Collect it again."};
-
-    const std::string title = titleText(state.settings.setup.TrialNumber, now);
-    const LmbRecords records{headerOf(*trial, sampling, title, state.header), state.infoA, state.infoB, state.comments};
-
-    Result<AtomicFile> file = AtomicFile::create(path, options.ifExists);
-    if (!file) return file.error();
-    if (auto written = writeRecords(file.value(), records); !written) return written;
-    if (auto written = writeSamples(file.value(), *trial, sampling.Rate, options.progress); !written) return written;
-    if (auto committed = file.value().commit(); !committed) return committed;
-
-    state.header = records.header;
-    state.flags.Unsaved = false;
-    return {};
+std::string lmbTitle(int trialNumber, const LocalTime& now) {
+    return "Tavex2 analog data file.  Trial " + zeroPadded(trialNumber, 4) + "  " + zeroPadded(now.year, 4) + "-" +
+           zeroPadded(now.month, 2) + "-" + zeroPadded(now.day, 2) + " " + zeroPadded(now.hour, 2) + "." +
+           zeroPadded(now.minute, 2) + "." + zeroPadded(now.second, 2);
 }
 
-Result<std::filesystem::path> WriteLmbToFreeName(const std::filesystem::path& folder, ProgramState& state,
-                                                 const LocalTime& now, const FileProgress& progress) {
-    return writeToFreeName(folder, state.TrialName, ".lmb", [&](const std::filesystem::path& path) {
-        return WriteLmb(path, state, now, {IfExists::Refuse, progress});
-    });
+Result<LmbHeader> WriteLmb(const std::filesystem::path& path, const Trial& trial, const std::string& title,
+                           const WriteOptions& options) {
+    if (!trial.hasSamples())
+        return Error{ErrorKind::InvalidValue, "There is no trial to save. Collect or open one first."};
+    const TrialArray& samples = *trial.samples;
+    if (auto bytes = lmbFileBytes(samples.channels(), samples.samples()); !bytes) return bytes.error();
+    if (trial.sampling.Rate < 1)
+        return Error{ErrorKind::InvalidValue, "The trial has no sampling rate and cannot be saved. Collect it again."};
+
+    const LmbRecords records{headerOf(trial, title), trial.infoA, trial.infoB, trial.comments};
+    Result<AtomicFile> file = AtomicFile::create(path, options.ifExists);
+    if (!file) return file.error();
+    if (auto written = writeRecords(file.value(), records); !written) return written.error();
+    if (auto written = writeSamples(file.value(), samples, trial.sampling.Rate, options.progress); !written)
+        return written.error();
+    if (auto committed = file.value().commit(); !committed) return committed.error();
+    return records.header;
+}
+
+Result<WrittenLmb> WriteLmbToFreeName(const std::filesystem::path& folder, const Trial& trial, const std::string& title,
+                                      const FileProgress& progress) {
+    WrittenLmb done;
+    const auto write = [&](const std::filesystem::path& path) -> Result<void> {
+        Result<LmbHeader> written = WriteLmb(path, trial, title, {IfExists::Refuse, progress});
+        if (!written) return written.error();
+        done = {.path = path, .header = std::move(written).value()};
+        return {};
+    };
+    if (const auto written = writeToFreeName(folder, trial.name, ".lmb", write); !written) return written.error();
+    return done;
 }
 
 } // namespace tavex2

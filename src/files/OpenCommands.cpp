@@ -1,7 +1,7 @@
 #include "files/OpenCommands.h"
 
+#include "base/FileNames.h"
 #include "base/PathText.h"
-#include "base/Rounding.h"
 #include "files/ReplaceTrial.h"
 
 #include <utility>
@@ -12,25 +12,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-} // namespace
-
+/// Makes what a trial file holds the current trial, its header the channel-label table and its numbers the settings'.
 void enterOpenedTrial(ProgramState& state, LmbFile file, const fs::path& path) {
+    const auto trial = trialOf(std::move(file), path, state.settings.sampling);
     SamplingSettings& sampling = state.settings.sampling;
-    sampling.NumChannels = file.header.NumChannels;
-    sampling.NumSamples = file.header.NumSamples;
-    sampling.Rate = static_cast<std::int32_t>(roundHalfEven(file.header.Rate));
-    sampling.Duration = static_cast<float>(file.header.Duration);
-    sampling.Repeat = 1; // the graphs' extent is that of this one trial
-
-    enterTrialOfFile(state, std::move(file.samples), path, ".lmb");
-    // The list of the settings belongs to the board; a file's channels are known by their places.
-    state.trials.CurrentSettings.Channels.assign("0:" + std::to_string(sampling.NumChannels - 1));
-    state.paths.DataDir = pathText(path.parent_path());
-    state.header = file.header;
-    state.infoA = file.infoA;
-    state.infoB = file.infoB;
-    state.comments = file.comments;
+    const FixedText<50> channels = sampling.Channels; // the board's, and not the file's
+    sampling = trial->sampling;
+    sampling.Channels = channels;
+    state.header = trial->header;
+    state.infoA = trial->infoA;
+    state.infoB = trial->infoB;
+    state.comments = trial->comments;
+    enterTrialOfFile(state, trial, pathText(path.parent_path()));
 }
+
+} // namespace
 
 OpenCommands::OpenCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, FileView& view,
                            std::function<bool()> saveTrial)
@@ -46,36 +42,36 @@ void OpenCommands::mnuOpenLumidor2_Click() {
     if (path && !path->empty()) openLmb(*path);
 }
 
-void OpenCommands::openLmb(const fs::path& path) {
-    if (!mayReplaceTrial(m_state, m_messages, m_saveTrial) || !ReadLmb(path)) return;
+void OpenCommands::openLmb(const fs::path& path, bool told) {
+    if (!mayReplaceTrial(m_state, m_messages, m_saveTrial) || !ReadLmb(path, told)) return;
     m_view.RedrawTrials();
-    m_view.UpdateMenus();
-    m_view.UpdateCaption();
-    m_view.setStatusText("Opened file: " + pathText(path.filename()));
+    tell(m_state, m_view, "Opened file: " + pathText(path.filename()));
 }
 
-bool OpenCommands::ReadLmb(const fs::path& path) {
-    const fs::path file = fs::absolute(path);
-    m_view.setBusyPointer(true);
+bool OpenCommands::ReadLmb(const fs::path& path, bool told) {
+    const fs::path file = wholePath(path);
     LmbStart start = LmbStart::Identification;
     if (isForeign(file)) {
         start = LmbStart::Header;
         m_messages.show({"File format was not a Lumidor2 binary file (.LMB) or file is corrupt.", "File Type Error",
                          MessageIcon::Exclamation, MessageButtons::Ok});
     }
-    Result<LmbFile> read = readLmbFile(file, progressOn(m_view), start);
-    m_view.setBusyPointer(false);
+    Result<LmbFile> read = [&] {
+        const FileWorkShown work(m_state, m_view, "Opening " + pathText(path.filename()) + " ...");
+        return readLmbFile(file, progressOn(m_view), start);
+    }();
     if (!read) {
-        m_view.setStatusText(read.error().text);
+        tell(m_state, m_view, read.error().text);
         if (read.error().kind != ErrorKind::Cancelled)
             m_messages.show({"Error reading file.  File may be empty, corrupt or of wrong format.", "File read error",
                              MessageIcon::Exclamation, MessageButtons::Ok});
         return false;
     }
     enterOpenedTrial(m_state, std::move(read).value(), file);
-    m_messages.show({"File read successfully.  # channels = " + std::to_string(m_state.header.NumChannels) +
-                         ",  samples/channel = " + std::to_string(m_state.header.NumSamples),
-                     "Tavex2", MessageIcon::None, MessageButtons::Ok});
+    if (told)
+        m_messages.show({"File read successfully.  # channels = " + std::to_string(m_state.header.NumChannels) +
+                             ",  samples/channel = " + std::to_string(m_state.header.NumSamples),
+                         "Tavex2", MessageIcon::None, MessageButtons::Ok});
     return true;
 }
 

@@ -2,7 +2,6 @@
 
 #include "acquisition/records/ProgramState.h"
 #include "files/FileView.h"
-#include "files/Import.h"
 #include "platform/FileDialogs.h"
 #include "platform/Messages.h"
 
@@ -10,10 +9,6 @@
 #include <functional>
 
 namespace tavex2 {
-
-/// Makes what a trial file holds the current trial, its header the channel-label table, its numbers the settings', and
-/// its name and folder the program's. The trial counts as saved, not yet averaged and not yet overlaid.
-void enterOpenedTrial(ProgramState& state, LmbFile file, const std::filesystem::path& path);
 
 /// The commands that open a trial file. Called by the menu, by dropped files and by the command line's file. Whatever
 /// goes wrong is told, and the current trial, header, comments and settings stay as they were.
@@ -26,12 +21,13 @@ class OpenCommands {
     /// Asks for a binary trial file and opens it.
     void mnuOpenLumidor2_Click();
 
-    /// Opens a file that is known. An unsaved trial that it would replace is asked about first.
-    void openLmb(const std::filesystem::path& path);
+    /// Opens a file that is known. An unsaved trial that it would replace is asked about first. `told` False leaves out
+    /// the box that says what was read, for one of several files.
+    void openLmb(const std::filesystem::path& path, bool told = true);
 
     /// Reads a binary trial file into the program's state; True on success. A file of another kind is told and then
     /// read as one without identification.
-    bool ReadLmb(const std::filesystem::path& path);
+    bool ReadLmb(const std::filesystem::path& path, bool told = true);
 
   private:
     ProgramState& m_state;

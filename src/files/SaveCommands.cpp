@@ -1,7 +1,8 @@
 #include "files/SaveCommands.h"
 
+#include "base/FileNames.h"
 #include "base/PathText.h"
-#include "files/FileIO.h"
+#include "files/EnterAverage.h"
 #include "files/RecentFiles.h"
 
 #include <system_error>
@@ -13,17 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path trialExtension = ".lmb";
-
-Message errorMessage(std::string text) {
-    return {std::move(text), "Error", MessageIcon::Exclamation};
-}
-
-fs::path absolutePath(const fs::path& path) {
-    std::error_code error;
-    fs::path absolute = fs::absolute(path, error);
-    return error ? path : absolute;
-}
+constexpr const char* trialExtension = ".lmb";
 
 } // namespace
 
@@ -51,7 +42,7 @@ bool SaveCommands::autosave() {
 
 bool SaveCommands::hasTrial() {
     if (hasCurrentTrial(m_state)) return true;
-    m_view.setStatusText("There is no trial to save.");
+    tell(m_state, m_view, "There is no trial to save.");
     return false;
 }
 
@@ -61,25 +52,26 @@ std::optional<fs::path> SaveCommands::askName(const std::string& title) {
     request.defaultExtension = "lmb";
     request.filter = "Lumidor2 binary file (.lmb)|*.lmb|All Files (*.*)|*.*|";
     request.folder = pathFromText(m_state.paths.DataDir);
-    request.initialName = m_state.TrialName + ".lmb";
+    request.initialName = m_state.TrialName() + trialExtension;
     return m_dialogs.askSaveName(request);
 }
 
 bool SaveCommands::saveChosen(const fs::path& chosen) {
-    fs::path path = absolutePath(chosen);
-    if (path.extension().empty() || path.extension() == ".") {
-        path.replace_extension(trialExtension);
-        if (!mayReplace(path)) return false; // the dialog asked about the name that was typed, not about this one
-    }
+    const fs::path path = withExtension(wholePath(chosen), trialExtension);
+    // The dialog asked about the name that was typed, not about this one.
+    if (path.filename() != chosen.filename() && !mayReplace(path)) return false;
 
-    m_view.setBusyPointer(true);
-    const Result<void> written = WriteLmb(path, m_state, m_now(), {IfExists::Replace, progressOn(m_view)});
-    m_view.setBusyPointer(false);
-    if (written)
-        enterSaved(path);
-    else
+    const TrialPtr trial = m_state.trials.CurrentTrial;
+    Result<LmbHeader> written = [&] {
+        const FileWorkShown work(m_state, m_view, "Saving " + pathText(path.filename()) + " ...");
+        return WriteLmb(path, *trial, titleOf(*trial), {IfExists::Replace, progressOn(m_view)});
+    }();
+    if (!written) {
         showFailure(path, written.error());
-    return static_cast<bool>(written);
+        return false;
+    }
+    enterSaved({path, std::move(written).value()});
+    return true;
 }
 
 bool SaveCommands::mayReplace(const fs::path& path) {
@@ -90,45 +82,46 @@ bool SaveCommands::mayReplace(const fs::path& path) {
 }
 
 bool SaveCommands::saveUnasked() {
-    const fs::path folder = absolutePath(m_state.paths.DataDir.empty() ? "." : pathFromText(m_state.paths.DataDir));
-    m_view.setBusyPointer(true);
-    const Result<fs::path> written = WriteLmbToFreeName(folder, m_state, m_now(), progressOn(m_view));
-    m_view.setBusyPointer(false);
+    const std::string& dataDir = m_state.paths.DataDir;
+    const fs::path folder = wholePath(pathFromText(dataDir.empty() ? "." : dataDir));
+    const TrialPtr trial = m_state.trials.CurrentTrial;
+    Result<WrittenLmb> written = [&] {
+        const FileWorkShown work(m_state, m_view, "Saving " + trial->name + trialExtension + " ...");
+        return WriteLmbToFreeName(folder, *trial, titleOf(*trial), progressOn(m_view));
+    }();
     if (!written) {
-        showFailure(folder / pathFromText(m_state.TrialName + ".lmb"), written.error());
+        showFailure(folder / pathFromText(trial->name + trialExtension), written.error());
         return false;
     }
     enterSaved(written.value());
-    m_view.setStatusText("Saved as " + pathText(written.value()));
     return true;
 }
 
+std::string SaveCommands::titleOf(const Trial& trial) const {
+    return lmbTitle(trial.number, m_now());
+}
+
 void SaveCommands::showFailure(const fs::path& path, const Error& error) {
-    if (error.kind == ErrorKind::Cancelled) {
-        m_view.setStatusText(error.text); // the user's own wish
-        return;
-    }
-    m_messages.show(errorMessage("Error saving " + pathText(path) + "\n" + error.text));
+    if (error.kind == ErrorKind::Cancelled)
+        tell(m_state, m_view, error.text); // the user's own wish
+    else
+        m_messages.show(errorSaving(path, error));
 }
 
 /// What a successful save changes in the program.
-void SaveCommands::enterSaved(const fs::path& path) {
-    m_state.TrialName = pathText(path.stem());
-    m_state.LastSavedName = m_state.TrialName + ".lmb";
-    rememberFile(m_state.paths, path);
-    m_state.paths.DataDir = pathText(path.parent_path());
-    m_state.flags.TrialNotSaved = false;
-
-    TrialBuffers& trials = m_state.trials;
-    Result<void> averaged;
-    if (!trials.AddedToAverage) {
-        averaged = AddTrialToAverage(trials, trials.CurrentTrial, trials.CurrentSettings);
-        trials.AddedToAverage = static_cast<bool>(averaged);
-        if (averaged) m_view.RedrawTrials();
-    }
-    m_view.UpdateMenus();
-    m_view.UpdateCaption();
-    if (!averaged) m_messages.show(errorMessage(averaged.error().text));
+void SaveCommands::enterSaved(const WrittenLmb& written) {
+    m_state.changeCurrent([&](Trial& trial) {
+        trial.name = pathText(written.path.stem());
+        trial.savedName = trial.name + trialExtension;
+        trial.file = pathText(written.path);
+        trial.header = written.header;
+        trial.Unsaved = trial.TrialNotSaved = trial.imported = false;
+    });
+    m_state.header = written.header;
+    rememberFile(m_state.paths, written.path);
+    m_state.paths.DataDir = pathText(written.path.parent_path());
+    enterAverage(m_state, m_messages, m_view);
+    tell(m_state, m_view, "Saved as " + pathText(written.path));
 }
 
 } // namespace tavex2

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "acquisition/records/ProgramState.h"
+#include "files/FileIO.h"
 #include "files/FileView.h"
 #include "platform/FileDialogs.h"
 #include "platform/LocalTime.h"
@@ -39,7 +40,8 @@ class SaveCommands {
     bool mayReplace(const std::filesystem::path& path);
     bool saveUnasked();
     void showFailure(const std::filesystem::path& path, const Error& error);
-    void enterSaved(const std::filesystem::path& path);
+    std::string titleOf(const Trial& trial) const;
+    void enterSaved(const WrittenLmb& written);
 
     ProgramState& m_state;
     FileDialogs& m_dialogs;

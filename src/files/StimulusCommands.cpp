@@ -1,6 +1,8 @@
 #include "files/StimulusCommands.h"
 
+#include "base/FileNames.h"
 #include "base/PathText.h"
+#include "files/EnterAverage.h"
 #include "files/RecentFiles.h"
 #include "files/ReplaceTrial.h"
 
@@ -13,8 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The part of a path in front of the first occurrence of the trial's name, which is what protocols expect as the data
-/// folder; the file's own folder where that is none.
+/// The part of a path in front of the first occurrence of the trial's name, as the data folder: a trial in a folder of its own name, as
+/// Trial1/Trial1.plv, belongs beside the others. The file's own folder where that is none.
 std::string folderInFrontOf(const std::string& trialName, const fs::path& path) {
     const std::string whole = pathText(path);
     const std::string front = whole.substr(0, whole.find(trialName));
@@ -24,12 +26,6 @@ std::string folderInFrontOf(const std::string& trialName, const fs::path& path) 
 
 } // namespace
 
-void enterImportedTrial(ProgramState& state, StimulusFile file, const fs::path& path) {
-    state.settings.sampling = file.sampling;
-    enterTrialOfFile(state, std::move(file.samples), path, ".plv");
-    state.paths.DataDir = folderInFrontOf(state.TrialName, path);
-}
-
 StimulusCommands::StimulusCommands(ProgramState& state, FileDialogs& dialogs, Messages& messages, FileView& view,
                                    std::function<bool()> saveTrial)
     : m_state(state), m_dialogs(dialogs), m_messages(messages), m_view(view), m_saveTrial(std::move(saveTrial)) {}
@@ -38,7 +34,7 @@ StimulusCommands::StimulusCommands(ProgramState& state, FileDialogs& dialogs, Me
 
 void StimulusCommands::mnuPulvo_Click() {
     if (!hasCurrentTrial(m_state)) {
-        m_view.setStatusText("There is no trial to export.");
+        tell(m_state, m_view, "There is no trial to export.");
         return;
     }
     FileDialogRequest request;
@@ -46,35 +42,24 @@ void StimulusCommands::mnuPulvo_Click() {
     request.defaultExtension = "plv";
     request.filter = "Pulvo Files (*.plv)|*.plv|All Files (*.*)|*.*";
     request.folder = pathFromText(m_state.paths.DataDir);
-    request.initialName = m_state.TrialName + ".plv";
+    request.initialName = m_state.TrialName() + ".plv";
     const auto path = m_dialogs.askSaveName(request);
     if (!path || path->empty()) return;
 
-    m_state.paths.LastFile = pathText(fs::absolute(*path));
-    m_view.setBusyPointer(true);
-    const Result<void> written = WritePlv(*path, m_state, progressOn(m_view));
-    m_view.setBusyPointer(false);
+    m_state.paths.LastFile = pathText(wholePath(*path));
+    const TrialPtr trial = m_state.trials.CurrentTrial;
+    const Result<void> written = [&] {
+        const FileWorkShown work(m_state, m_view, "Exporting to " + pathText(path->filename()) + " ...");
+        return WritePlv(*path, *trial, progressOn(m_view));
+    }();
     if (!written) {
-        m_messages.show({"Error saving " + pathText(*path) + "\n" + written.error().text, "Error",
-                         MessageIcon::Exclamation, MessageButtons::Ok});
+        m_messages.show(errorSaving(*path, written.error()));
         return;
     }
     rememberFile(m_state.paths, *path);
-    m_state.flags.TrialNotSaved = false;
-    m_view.UpdateMenus();
-    m_view.UpdateCaption();
-    if (!m_state.trials.AddedToAverage) enterAverage();
-}
-
-void StimulusCommands::enterAverage() {
-    TrialBuffers& trials = m_state.trials;
-    const Result<void> added = AddTrialToAverage(trials, trials.CurrentTrial, trials.CurrentSettings);
-    if (!added) {
-        m_messages.show({added.error().text, "Error", MessageIcon::Exclamation, MessageButtons::Ok});
-        return;
-    }
-    trials.AddedToAverage = true;
-    m_view.RedrawTrials();
+    m_state.changeCurrent([](Trial& each) { each.Unsaved = each.TrialNotSaved = each.imported = false; });
+    enterAverage(m_state, m_messages, m_view);
+    tell(m_state, m_view, "Exported to " + pathText(wholePath(*path)));
 }
 
 // Import --------------------------------------------------------------------------------------------------------------
@@ -91,27 +76,31 @@ void StimulusCommands::mnuOpen_Click() {
 
 void StimulusCommands::importPlv(const fs::path& path) {
     if (!mayReplaceTrial(m_state, m_messages, m_saveTrial)) return;
-    const fs::path file = fs::absolute(path);
-    m_view.setBusyPointer(true);
-    Result<StimulusFile> read = readPlvFile(file, progressOn(m_view));
-    m_view.setBusyPointer(false);
+    const fs::path file = wholePath(path);
+    Result<StimulusFile> read = [&] {
+        const FileWorkShown work(m_state, m_view, "Opening " + pathText(file.filename()) + " ...");
+        return readPlvFile(file, progressOn(m_view));
+    }();
     if (!read) {
         tellUnreadable(file, read.error());
         return;
     }
 
-    enterImportedTrial(m_state, std::move(read).value(), file);
+    m_state.settings.sampling = read.value().sampling;
+    const auto trial = trialOf(std::move(read).value(), file);
+    trial->header = m_state.header; // the file names no channels
+    trial->infoA = m_state.infoA;
+    trial->infoB = m_state.infoB;
+    trial->comments = m_state.comments;
+    enterTrialOfFile(m_state, trial, folderInFrontOf(trial->name, file));
     m_state.settings.setup.DisplayInVolts = false;
     m_state.settings.setup.DisplayInSeconds = false;
-
     m_view.followDisplaySettings(); // draws the trial too
-    m_view.UpdateMenus();
-    m_view.setCaption("File: " + m_state.TrialName);
-    m_view.setStatusText("Opened file: " + m_state.TrialName);
+    tell(m_state, m_view, "Opened file: " + trial->name);
 }
 
 void StimulusCommands::tellUnreadable(const fs::path& path, const Error& error) {
-    m_view.setStatusText(error.text);
+    tell(m_state, m_view, error.text);
     if (error.kind == ErrorKind::Cancelled) return; // the user's own wish
     if (error.kind == ErrorKind::BadFormat)
         m_messages.show({"The file\r\n" + pathText(path) + "\r\nis not a Pulvo file!", "Error", MessageIcon::None,

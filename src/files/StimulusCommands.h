@@ -11,10 +11,6 @@
 
 namespace tavex2 {
 
-/// Makes what a stimulus file holds the current trial and its settings the sampling settings; its name and folder
-/// become the program's. The trial counts as saved, not yet averaged and not yet overlaid.
-void enterImportedTrial(ProgramState& state, StimulusFile file, const std::filesystem::path& path);
-
 /// The commands that exchange single trials with the stimulus program. User-interface thread only.
 class StimulusCommands {
   public:
@@ -32,7 +28,6 @@ class StimulusCommands {
     void importPlv(const std::filesystem::path& path);
 
   private:
-    void enterAverage();
     void tellUnreadable(const std::filesystem::path& path, const Error& error);
 
     ProgramState& m_state;

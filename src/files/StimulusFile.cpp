@@ -169,21 +169,19 @@ void writeElements(std::ostream& out, const TrialArray& trial, const FileProgres
 
 } // namespace
 
-Result<void> WritePlv(const std::filesystem::path& path, ProgramState& state, const FileProgress& progress) {
-    if (!hasCurrentTrial(state)) return Error{ErrorKind::InvalidValue, "There is no trial to export."};
-    const TrialData trial = state.trials.CurrentTrial; // kept while the callback lets other things happen
+Result<void> WritePlv(const std::filesystem::path& path, const Trial& trial, const FileProgress& progress) {
+    if (!trial.hasSamples()) return Error{ErrorKind::InvalidValue, "There is no trial to export."};
     errno = 0;
     // Opened for reading too, because opening for writing alone would empty the file first.
     std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
     if (!file) file.open(path, std::ios::binary | std::ios::out);
     file << magic;
     put(file, newestVersion);
-    const auto sampling = encodeSampling(state.trials.CurrentSettings);
+    const auto sampling = encodeSampling(trial.sampling);
     file.write(reinterpret_cast<const char*>(sampling.data()), static_cast<std::streamsize>(sampling.size()));
-    writeElements(file, *trial, progress);
+    writeElements(file, *trial.samples, progress);
     file.close();
     if (!file) return writeError(path, {errno != 0 ? errno : EIO, std::generic_category()});
-    state.flags.Unsaved = false;
     return {};
 }
 

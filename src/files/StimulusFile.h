@@ -1,6 +1,6 @@
 #pragma once
 
-#include "acquisition/records/ProgramState.h"
+#include "acquisition/records/Trial.h"
 #include "base/Result.h"
 #include "files/FileProgress.h"
 
@@ -25,11 +25,10 @@ struct StimulusFile {
     TrialArray samples; ///< volts; rank and element type as in the file, whole numbers as float64
 };
 
-/// Writes the current trial and its sampling settings. An existing file is written over in place: what it had beyond
-/// the new data stays behind them and is ignored by readers. After success Unsaved is False. Errors: InvalidValue when
-/// there is no trial, WriteFailed. `progress` cannot end it: a file that is written over would be left half old, half
+/// Writes a trial and its sampling settings. An existing file is written over in place: what it had beyond the new data
+/// stays behind them and is ignored by readers. Errors: InvalidValue for a trial without samples, WriteFailed. `progress` cannot end it: a file that is written over would be left half old, half
 /// new.
-Result<void> WritePlv(const std::filesystem::path& path, ProgramState& state, const FileProgress& progress = {});
+Result<void> WritePlv(const std::filesystem::path& path, const Trial& trial, const FileProgress& progress = {});
 
 /// Reads a stimulus file. Counts are checked against the file's size before memory is taken; nothing checks settings
 /// and data against each other. Errors: BadFormat for a file of another kind, WrongVersion for a newer one, ReadFailed

@@ -31,9 +31,9 @@ Result<Facts> factsOf(const TrialArray& trial, const SamplingSettings& taken) {
                  .allRepeatsSeconds = static_cast<double>(static_cast<float>(taken.Repeat) * taken.Duration)};
 }
 
-Result<Facts> factsOfCurrentTrial(const ProgramState& state) {
-    if (!hasCurrentTrial(state)) return Error{ErrorKind::InvalidValue, "There is no trial to export."};
-    return factsOf(*state.trials.CurrentTrial, state.trials.CurrentSettings);
+Result<Facts> factsOf(const Trial& trial) {
+    if (!trial.hasSamples()) return Error{ErrorKind::InvalidValue, "There is no trial to export."};
+    return factsOf(*trial.samples, trial.sampling);
 }
 
 std::string tabHead(const Facts& facts, const std::filesystem::path& path) {
@@ -72,16 +72,16 @@ std::string lmaHead(const Facts& facts, const std::string& trialName, const std:
 constexpr DecimalFormat lmaColumn{.decimals = 4, .width = 10};
 constexpr TableLayout lmaLayout{.time = lmaColumn, .value = lmaColumn, .afterTime = "", .afterValue = ""};
 
-/// The overlays' average as other programs expect it to the last digit: summed up in single precision, in their order.
+/// The overlays' average, summed up in single precision in their order: other programs compare it to the last digit.
 Result<TrialArray> averageOf(const OverlaySet& overlays, const SamplingSettings& sampling) {
     const auto trials = std::span(overlays.OverlayData).first(static_cast<std::size_t>(overlays.OverlayCount));
     if (trials.empty()) return Error{ErrorKind::InvalidValue, "No trial has been overlaid yet."};
     if (sampling.NumChannels == 1)
         return Error{ErrorKind::InvalidValue, "Overlaid trials of one channel cannot be exported to this table, which "
                                               "needs channels and samples. Export the trials one by one instead."};
-    for (const TrialData& trial : trials)
-        if (!SettingsCompatible(sampling, overlays.OverlaySettings) || trial->channels() != sampling.NumChannels ||
-            trial->samples() != sampling.NumSamples)
+    for (const TrialPtr& trial : trials)
+        if (!SettingsCompatible(sampling, overlays.OverlaySettings) ||
+            trial->samples->channels() != sampling.NumChannels || trial->samples->samples() != sampling.NumSamples)
             return Error{ErrorKind::InvalidValue,
                          "The overlaid trials were taken with other settings than the current ones. Open one of them "
                          "again and export then, or clear the overlay."};
@@ -92,8 +92,8 @@ Result<TrialArray> averageOf(const OverlaySet& overlays, const SamplingSettings&
     for (int channel = 0; channel < average.value().channels(); ++channel) {
         const std::span<float> means = average.value().floats(channel);
         std::ranges::fill(means, 0.0F);
-        for (const TrialData& trial : trials)
-            trial->visitChannel(channel, [means](auto samples) {
+        for (const TrialPtr& trial : trials)
+            trial->samples->visitChannel(channel, [means](auto samples) {
                 for (std::size_t i = 0; i < means.size(); ++i)
                     means[i] = static_cast<float>(static_cast<double>(means[i]) + static_cast<double>(samples[i]));
             });
@@ -114,36 +114,33 @@ Result<void> writeTable(const std::filesystem::path& path, const std::string& he
 
 } // namespace
 
-Result<void> WriteTab(const std::filesystem::path& path, ProgramState& state, const WriteOptions& options) {
-    const Result<Facts> facts = factsOfCurrentTrial(state);
+Result<void> WriteTab(const std::filesystem::path& path, const Trial& trial, const WriteOptions& options) {
+    const Result<Facts> facts = factsOf(trial);
     if (!facts) return facts.error();
-    const TrialData trial = state.trials.CurrentTrial; // kept while the callback lets other things happen
     // The one value of a one-channel row has nothing behind it.
     const TableLayout layout{.time = {.decimals = 6},
                              .value = {.decimals = 5},
                              .afterTime = "\t",
                              .afterValue = facts.value().channels > 1 ? "\t" : ""};
-    const std::filesystem::path whole = wholePath(path);
-    Result<void> written = writeTable(path, tabHead(facts.value(), whole), *trial, facts.value(), layout, options);
-    if (written) state.flags.TrialNotSaved = false;
-    return written;
+    return writeTable(path, tabHead(facts.value(), wholePath(path)), *trial.samples, facts.value(), layout, options);
 }
 
-Result<void> WriteLma(const std::filesystem::path& path, const ProgramState& state, const WriteOptions& options) {
-    const Result<Facts> facts = factsOfCurrentTrial(state);
+Result<void> WriteLma(const std::filesystem::path& path, const Trial& trial, const WriteOptions& options) {
+    const Result<Facts> facts = factsOf(trial);
     if (!facts) return facts.error();
-    const TrialData trial = state.trials.CurrentTrial;
-    return writeTable(path, lmaHead(facts.value(), state.TrialName, "file"), *trial, facts.value(), lmaLayout, options);
+    return writeTable(path, lmaHead(facts.value(), trial.name, "file"), *trial.samples, facts.value(), lmaLayout,
+                      options);
 }
 
-Result<void> WriteOverlayLma(const std::filesystem::path& path, const ProgramState& state,
+Result<void> WriteOverlayLma(const std::filesystem::path& path, const OverlaySet& overlays,
+                             const SamplingSettings& current, const std::string& trialName,
                              const WriteOptions& options) {
-    const Result<TrialArray> average = averageOf(state.overlays, state.settings.sampling);
+    const Result<TrialArray> average = averageOf(overlays, current);
     if (!average) return average.error();
-    const Result<Facts> facts = factsOf(average.value(), state.settings.sampling);
+    const Result<Facts> facts = factsOf(average.value(), current);
     if (!facts) return facts.error();
-    return writeTable(path, lmaHead(facts.value(), state.TrialName, "overlay file"), average.value(), facts.value(),
-                      lmaLayout, options);
+    return writeTable(path, lmaHead(facts.value(), trialName, "overlay file"), average.value(), facts.value(), lmaLayout,
+                      options);
 }
 
 } // namespace tavex2

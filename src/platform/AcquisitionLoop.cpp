@@ -100,11 +100,11 @@ void acquireTrials(Board& board, ScanAssembler& assembler, const AnalogInputConf
     Throttle throttle(progressInterval);
     const int blocks = config.chunked ? static_cast<int>(config.totalScans / config.chunkScans) : 1;
     const auto deliver = [&](TrialArray block, int index) {
-        events.data({shared(std::move(block)), index, index + 1 == blocks, 0});
+        events.data({shared(std::move(block)), index, index + 1 == blocks, assembler.firstScan()});
     };
     const auto fail = [&](DaqStatus status, const std::string& cause) {
         const std::string context = position(assembler, config, cause);
-        events.error({static_cast<int>(status), context, shared(assembler.takeUnfinished())});
+        events.error({static_cast<int>(status), context, shared(assembler.takeUnfinished()), assembler.firstScan()});
     };
 
     int repeat = -1;
@@ -133,7 +133,7 @@ void acquireContinuously(Board& board, LatestWindow& window, const StreamConfig&
         window.add(reader.arrived());
         if (stop.stop_requested()) break;
         if (read.status != DaqStatus::Ok) {
-            events.error({static_cast<int>(read.status), read.context.empty() ? "Continuous view." : read.context, {}});
+            events.error({static_cast<int>(read.status), read.context.empty() ? "Continuous view." : read.context, {}, 0});
             break;
         }
         if (!throttle.due()) continue;

@@ -43,7 +43,7 @@ struct AnalogBlock {
     std::shared_ptr<const TrialArray> samples; ///< rank 1 for one channel, else rank 2; float64 volts
     int index = 0;                             ///< 0-based number of the block within its start
     bool last = false;                         ///< nothing follows it
-    std::int64_t firstScan = 0;                ///< continuous acquisition: number of its first scan since the start
+    std::int64_t firstScan = 0;                ///< number of its first scan since the board was started
 };
 
 /// How far a running collection is.
@@ -60,6 +60,7 @@ struct AnalogError {
     int code = 0;
     std::string context;                       ///< where it happened
     std::shared_ptr<const TrialArray> arrived; ///< the scans of the unfinished block; empty when there are none
+    std::int64_t firstScan = 0;                ///< number of their first one since the board was started
 };
 
 /// The analog-input control. All calls are made, and all events arrive, on the user-interface thread; the board runs on

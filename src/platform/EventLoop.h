@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 namespace tavex2 {
@@ -12,8 +13,8 @@ class EventLoop {
     /// Queues `event` to run on the user-interface thread, after all that was queued before. Any thread.
     virtual void post(std::function<void()> event) = 0;
 
-    /// Runs what is pending (also mouse and keys, in a window) and returns. User-interface thread only.
-    virtual void processPending() = 0;
+    /// Runs `event` on the user-interface thread when that much time has passed, not earlier. User-interface thread only.
+    virtual void after(std::chrono::milliseconds time, std::function<void()> event) = 0;
 };
 
 } // namespace tavex2

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <chrono>
+#include <string>
+
 namespace tavex2 {
 
 /// A date and time of day in the user's time zone, 24-hour clock.
@@ -11,6 +14,9 @@ struct LocalTime {
     int minute = 0;
     int second = 0;
 };
+
+/// A moment in the user's time zone as ISO 8601 writes it: "2026-03-01T14:05:09.250+01:00".
+std::string isoTime(std::chrono::system_clock::time_point moment);
 
 /// The system's local time now.
 LocalTime localTimeNow();

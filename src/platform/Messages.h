@@ -1,5 +1,9 @@
 #pragma once
 
+#include "base/PathText.h"
+#include "base/Result.h"
+
+#include <filesystem>
 #include <string>
 
 namespace tavex2 {
@@ -14,7 +18,14 @@ struct Message {
     std::string title;
     MessageIcon icon = MessageIcon::None;
     MessageButtons buttons = MessageButtons::Ok;
+    bool noIsDefault = false; ///< Enter answers No: the question is about losing something
 };
+
+/// What is told about a file that could not be saved.
+inline Message errorSaving(const std::filesystem::path& path, const Error& error) {
+    return {"Error saving " + pathText(path) + "\n" + error.text, "Error", MessageIcon::Exclamation,
+            MessageButtons::Ok};
+}
 
 /// Shows messages to the user and waits for the answer. User-interface thread only.
 class Messages {

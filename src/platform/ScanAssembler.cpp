@@ -45,7 +45,10 @@ Result<void> ScanAssembler::add(std::span<const double> interleaved, const Deliv
         if (m_waiting) {
             scans = scansBeforeCrossing(interleaved);
             keepHistory(interleaved.first(scans * channels));
-            if (!m_waiting) m_filled = m_config.trigger->preTriggerScans;
+            if (!m_waiting) {
+                m_filled = m_config.trigger->preTriggerScans;
+                m_first = m_seen + static_cast<std::int64_t>(scans) - m_filled;
+            }
         } else {
             scans = std::min(scans, static_cast<std::size_t>(m_config.blockScans - m_filled));
             storeScans(interleaved.first(scans * channels), m_config.limits, m_block, m_filled);
@@ -57,6 +60,7 @@ Result<void> ScanAssembler::add(std::span<const double> interleaved, const Deliv
             straightenHistory();
             const int finished = m_index++;
             deliver(std::move(m_block), finished);
+            m_first += m_config.blockScans;
             if (!done())
                 if (const Result<void> begun = beginBlock(); !begun) return begun.error();
         }

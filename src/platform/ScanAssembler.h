@@ -50,6 +50,9 @@ class ScanAssembler {
     int blockIndex() const { return m_index; } ///< 0-based number of the block in progress
     std::int64_t scansInBlock() const { return m_waiting ? 0 : m_filled; }
 
+    /// Number of the first scan of the block in progress, or of the one being delivered, since the stream began.
+    std::int64_t firstScan() const { return m_first; }
+
     /// Scans that are still needed until everything is delivered; the largest number while the trigger is awaited.
     std::int64_t scansNeeded() const;
 
@@ -72,6 +75,7 @@ class ScanAssembler {
     std::int64_t m_seen = 0;   ///< scans seen while waiting
     std::int64_t m_oldest = 0; ///< where in the ring the oldest scan lies; the next one goes there
     std::int64_t m_filled = 0; ///< scans in m_block, the history included
+    std::int64_t m_first = 0;  ///< number of the block's first scan
     int m_index = 0;
 };
 

@@ -19,8 +19,16 @@ void VirtualClock::waitForNextMillisecond() {
 
 void VirtualClock::waitUntil(std::chrono::nanoseconds time, std::stop_token stop) {
     std::unique_lock lock(m_mutex);
-    m_moved.wait(lock, stop, [&] { return m_free || m_now > time; });
-    if (m_free) m_now = std::max(m_now, time);
+    const bool over = m_moved.wait(lock, stop, [&] { return (m_free && !m_stepped) || m_now > time; });
+    if (over) m_now = std::max(m_now, time);
+}
+
+void VirtualClock::setStepped(bool stepped) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_stepped = stepped;
+    }
+    m_moved.notify_all();
 }
 
 void VirtualClock::setFreeRunning(bool free) {

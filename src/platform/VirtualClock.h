@@ -17,7 +17,10 @@ class VirtualClock final : public MillisecondClock {
     void waitForNextMillisecond() override;
     void waitUntil(std::chrono::nanoseconds time, std::stop_token stop) override;
 
-    /// Free: boards need not wait. Not free (as at first): only waitForNextMillisecond() moves time.
+    void setStepped(bool stepped) override;
+
+    /// Free: boards need not wait, unless it is stepped. Not free (as at first): only waitForNextMillisecond() moves
+    /// time.
     void setFreeRunning(bool free);
 
   private:
@@ -25,6 +28,7 @@ class VirtualClock final : public MillisecondClock {
     std::condition_variable_any m_moved;
     std::chrono::nanoseconds m_now{0};
     bool m_free = false;
+    bool m_stepped = false;
 };
 
 } // namespace tavex2

@@ -33,7 +33,7 @@ TEST_F(RealTimeViewTest, RunsWithoutTriggerAndWithoutEnd) {
     EXPECT_EQ(configured.end, EndCondition::Continuous);
     EXPECT_EQ(configured.totalScans, 11);
     EXPECT_FALSE(configured.chunked);
-    EXPECT_TRUE(state.flags.RealTimeMode);
+    EXPECT_TRUE(state.RealTimeMode());
     EXPECT_EQ(state.settings.sampling.NumChannels, 2);
     EXPECT_EQ(state.settings.sampling.NumSamples, 11);
     EXPECT_DOUBLE_EQ(view.realTimeWindowSeconds, 0.1);
@@ -66,14 +66,14 @@ TEST_F(RealTimeViewTest, ShowsEachBlockAndStoresNothing) {
     EXPECT_EQ(view.realTimeIntervalSeconds, 0.01);
     run.Stop();
     EXPECT_EQ(state.trials.CurrentTrial, before.trials.CurrentTrial);
-    EXPECT_EQ(state.trials.CurrentSettings, before.trials.CurrentSettings);
+    EXPECT_EQ(state.trials.CurrentTrial->sampling, before.trials.CurrentTrial->sampling);
     EXPECT_EQ(state.trials.LastTrial, before.trials.LastTrial);
-    EXPECT_EQ(state.trials.AverageCount, before.trials.AverageCount);
+    EXPECT_EQ(state.trials.average.AverageCount, before.trials.average.AverageCount);
     EXPECT_EQ(state.settings.setup.TrialNumber, before.settings.setup.TrialNumber);
-    EXPECT_EQ(state.TrialName, before.TrialName);
-    EXPECT_EQ(state.flags.Unsaved, before.flags.Unsaved);
-    EXPECT_EQ(state.flags.TrialNotSaved, before.flags.TrialNotSaved);
-    EXPECT_EQ(state.flags.DataPresent, before.flags.DataPresent);
+    EXPECT_EQ(state.TrialName(), before.TrialName);
+    EXPECT_EQ(state.Unsaved(), before.flags.Unsaved);
+    EXPECT_EQ(state.TrialNotSaved(), before.flags.TrialNotSaved);
+    EXPECT_EQ(state.DataPresent(), before.flags.DataPresent);
     EXPECT_THAT(sink.saveTypes, IsEmpty());
 }
 
@@ -81,9 +81,9 @@ TEST_F(RealTimeViewTest, LeavesTheFlagsOfAFreshProgramAlone) {
     run.mnuRealTime_Click();
     show(5.0);
     run.Stop();
-    EXPECT_FALSE(state.flags.Unsaved);
-    EXPECT_FALSE(state.flags.TrialNotSaved);
-    EXPECT_FALSE(state.flags.DataPresent);
+    EXPECT_FALSE(state.Unsaved());
+    EXPECT_FALSE(state.TrialNotSaved());
+    EXPECT_FALSE(state.DataPresent());
     EXPECT_FALSE(state.trials.CurrentTrial);
 }
 
@@ -92,10 +92,10 @@ TEST_F(RealTimeViewTest, StopEndsItWithoutAQuestion) {
     view.log.clear();
     run.Stop();
     EXPECT_THAT(messages.shown, IsEmpty());
-    EXPECT_FALSE(state.flags.RealTimeMode);
+    EXPECT_FALSE(state.RealTimeMode());
     EXPECT_FALSE(input.running());
     EXPECT_FALSE(view.stopEnabled);
-    EXPECT_EQ(view.status, "Stopped");
+    EXPECT_EQ(state.notice, "Stopped");
 }
 
 TEST_F(RealTimeViewTest, TheConfirmedTriggerIsInForceAgainAfterwards) {
@@ -117,10 +117,10 @@ TEST_F(RealTimeViewTest, CollectEndsItFirst) {
     run.mnuRealTime_Click();
     run.Collect();
     EXPECT_THAT(input.log, ElementsAre("Configure", "Start", "Stop", "Configure", "Start"));
-    EXPECT_FALSE(state.flags.RealTimeMode);
+    EXPECT_FALSE(state.RealTimeMode());
     EXPECT_TRUE(view.stopEnabled);
     input.deliver(4.0);
-    EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 4.0);
+    EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 4.0);
     EXPECT_THAT(view.realTimeBlocks, IsEmpty());
 }
 
@@ -128,9 +128,9 @@ TEST_F(RealTimeViewTest, WaitsUntilACollectionIsOver) {
     run.Collect();
     input.log.clear();
     run.mnuRealTime_Click();
-    EXPECT_FALSE(state.flags.RealTimeMode);
+    EXPECT_FALSE(state.RealTimeMode());
     EXPECT_THAT(input.log, IsEmpty());
-    EXPECT_EQ(view.status, "A trial is being collected. Stop it before you watch the channels.");
+    EXPECT_EQ(state.notice, "A trial is being collected. Stop it before you watch the channels.");
     EXPECT_TRUE(run.busy());
 }
 
@@ -147,19 +147,19 @@ TEST_F(RealTimeViewTest, ARefusalIsShownAndTheViewStaysOnUntilStop) {
     ASSERT_THAT(messages.shown, SizeIs(2));
     EXPECT_EQ(messages.shown[0].text, "DAQ Error: -10002\rDescription of -10002.");
     EXPECT_EQ(messages.shown[1].text, "DAQ Error: -10003\rDescription of -10003.");
-    EXPECT_TRUE(state.flags.RealTimeMode);
+    EXPECT_TRUE(state.RealTimeMode());
     EXPECT_TRUE(view.stopEnabled);
     run.Stop();
-    EXPECT_FALSE(state.flags.RealTimeMode);
+    EXPECT_FALSE(state.RealTimeMode());
 }
 
 TEST_F(RealTimeViewTest, InDebugModeNothingIsDriven) {
     state.flags.DebugMode = true;
     run.mnuRealTime_Click();
-    EXPECT_TRUE(state.flags.RealTimeMode);
-    EXPECT_EQ(view.status, "Acquiring data continuously.  Press Stop button to terminate collection.");
+    EXPECT_TRUE(state.RealTimeMode());
+    EXPECT_EQ(state.notice, "Acquiring data continuously.  Press Stop button to terminate collection.");
     run.Stop();
-    EXPECT_EQ(view.status, "Stopped");
+    EXPECT_EQ(state.notice, "Stopped");
     EXPECT_THAT(input.log, IsEmpty());
 }
 
@@ -174,7 +174,7 @@ TEST_F(RealTimeViewTest, ABoardThatFailsEndsItAndShowsTheTrialAgain) {
     run.mnuRealTime_Click();
     view.log.clear();
     input.onError({-10010, "Continuous view.", {}});
-    EXPECT_FALSE(state.flags.RealTimeMode);
+    EXPECT_FALSE(state.RealTimeMode());
     EXPECT_FALSE(view.stopEnabled);
     ASSERT_THAT(messages.shown, SizeIs(1));
     EXPECT_EQ(messages.shown[0].text, "Error: -10010\r\nContext: Continuous view.\r\nDescription of -10010.");

@@ -18,15 +18,15 @@ TEST_F(RunControllerTest, CollectsATrialInTheLaidDownOrder) {
     run.Collect();
 
     EXPECT_EQ(state.settings.setup.TrialNumber, 1);
-    EXPECT_EQ(state.TrialName, "Trial0001");
+    EXPECT_EQ(state.TrialName(), "Trial0001");
     EXPECT_THAT(input.log, ElementsAre("Configure", "Start"));
     EXPECT_THAT(view.log, ElementsAre("stop on", "hourglass", "status Acquiring data"));
     EXPECT_EQ(input.config.totalScans, 11);
     EXPECT_EQ(input.config.chunkScans, 11);
     EXPECT_FALSE(input.config.chunked);
-    EXPECT_TRUE(state.flags.Unsaved);
-    EXPECT_TRUE(state.flags.TrialNotSaved);
-    EXPECT_TRUE(state.flags.DataPresent);
+    EXPECT_TRUE(state.Unsaved());
+    EXPECT_TRUE(state.TrialNotSaved());
+    EXPECT_TRUE(state.DataPresent());
     EXPECT_TRUE(run.busy());
 
     view.log.clear();
@@ -37,7 +37,7 @@ TEST_F(RunControllerTest, CollectsATrialInTheLaidDownOrder) {
     EXPECT_FALSE(run.busy());
     EXPECT_EQ(run.outcome(), RunOutcome::Completed);
     ASSERT_TRUE(state.trials.CurrentTrial);
-    EXPECT_EQ(state.trials.CurrentTrial->at(1, 10), 111.0);
+    EXPECT_EQ(state.trials.CurrentTrial->samples->at(1, 10), 111.0);
     EXPECT_EQ(state.settings.sampling.NumChannels, 2);
     EXPECT_EQ(state.settings.sampling.NumSamples, 11);
 }
@@ -63,10 +63,10 @@ TEST_F(RunControllerTest, KeepsTheTrialBeforeAsTheLastTrial) {
     state.settings.sampling.Rate = 200;
     run.Collect();
     EXPECT_EQ(state.trials.LastTrial, first);
-    EXPECT_EQ(state.trials.LastSettings.Rate, 100);
+    EXPECT_EQ(state.trials.LastTrial->sampling.Rate, 100);
     input.deliver(5.0);
     EXPECT_EQ(state.trials.LastTrial, first);
-    EXPECT_EQ(state.trials.CurrentSettings.Rate, 200);
+    EXPECT_EQ(state.trials.CurrentTrial->sampling.Rate, 200);
     EXPECT_NE(state.trials.CurrentTrial, first);
 }
 
@@ -80,11 +80,11 @@ TEST_F(RunControllerTest, WritesTheChannelListBackTrimmed) {
 TEST_F(RunControllerTest, TheDialogsNumber7MakesTheNextTrial0008AndNumbersAbove9999PrintInFull) {
     state.settings.setup.TrialNumber = 7;
     collectAndDeliver(0);
-    EXPECT_EQ(state.TrialName, "Trial0008");
+    EXPECT_EQ(state.TrialName(), "Trial0008");
     state.settings.setup.TrialNumber = 12344;
     state.settings.setup.FilePrefix = "S1 ";
     collectAndDeliver(0);
-    EXPECT_EQ(state.TrialName, "S1 12345");
+    EXPECT_EQ(state.TrialName(), "S1 12345");
 }
 
 TEST_F(RunControllerTest, RefusesATrialNumberBeyond16BitsAndChangesNothing) {
@@ -93,7 +93,7 @@ TEST_F(RunControllerTest, RefusesATrialNumberBeyond16BitsAndChangesNothing) {
     EXPECT_EQ(messages.shown.size(), 1U);
     EXPECT_THAT(input.log, IsEmpty());
     EXPECT_EQ(state.settings.setup.TrialNumber, 32767);
-    EXPECT_FALSE(state.flags.DataPresent);
+    EXPECT_FALSE(state.DataPresent());
     EXPECT_FALSE(run.busy());
 }
 
@@ -119,14 +119,14 @@ TEST_F(RunControllerTest, WithoutADeviceItSaysSoAndChangesNothingElse) {
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
     EXPECT_EQ(state.settings.setup.TrialNumber, 0);
     EXPECT_THAT(input.log, IsEmpty());
-    EXPECT_FALSE(state.flags.DataPresent);
+    EXPECT_FALSE(state.DataPresent());
 }
 
 TEST_F(RunControllerTest, ARefusedConfigurationGivesOneMessageAndRestoresEverythingButTheTrialNumber) {
     collectAndDeliver(1.0);
-    state.flags.Unsaved = false;
-    state.flags.TrialNotSaved = false;
-    state.trials.AddedToAverage = true;
+    state.changeCurrent([](Trial& trial) { trial.Unsaved = false; });
+    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = false; });
+    state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
     input.configureCode = -10003;
     run.Collect();
 
@@ -136,10 +136,10 @@ TEST_F(RunControllerTest, ARefusedConfigurationGivesOneMessageAndRestoresEveryth
     EXPECT_FALSE(view.busy);
     EXPECT_FALSE(view.stopEnabled);
     EXPECT_FALSE(view.waiting);
-    EXPECT_FALSE(state.flags.Unsaved);
-    EXPECT_FALSE(state.flags.TrialNotSaved);
-    EXPECT_TRUE(state.trials.AddedToAverage);
-    EXPECT_EQ(state.TrialName, "Trial0001");
+    EXPECT_FALSE(state.Unsaved());
+    EXPECT_FALSE(state.TrialNotSaved());
+    EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage);
+    EXPECT_EQ(state.TrialName(), "Trial0001");
     EXPECT_EQ(state.settings.setup.TrialNumber, 2);
     EXPECT_EQ(run.outcome(), RunOutcome::Refused);
     EXPECT_FALSE(run.busy());
@@ -151,7 +151,7 @@ TEST_F(RunControllerTest, ARefusedStartEndsTheSameWay) {
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_FALSE(view.busy);
     EXPECT_FALSE(view.stopEnabled);
-    EXPECT_FALSE(state.flags.DataPresent);
+    EXPECT_FALSE(state.DataPresent());
     EXPECT_FALSE(run.busy());
 }
 
@@ -163,7 +163,7 @@ TEST_F(RunControllerTest, ShowDaqErrorShowsNothingForZero) {
 TEST_F(RunControllerTest, CancellingTheResetPromptKeepsWhatWasDoneAndTheNextNameSkipsANumber) {
     collectAndDeliver(1.0);
     const TrialData first = state.trials.CurrentTrial;
-    state.trials.AddedToAverage = true;
+    state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
     state.settings.setup.PauseToReset = true;
     messages.answers = {MessageAnswer::Cancel};
     run.Collect();
@@ -177,11 +177,11 @@ TEST_F(RunControllerTest, CancellingTheResetPromptKeepsWhatWasDoneAndTheNextName
     EXPECT_TRUE(view.stopEnabled);
     EXPECT_EQ(state.trials.LastTrial, first);
     EXPECT_THAT(input.log, ElementsAre("Configure", "Start", "Configure"));
-    EXPECT_TRUE(state.trials.AddedToAverage) << "saving the old trial again would count it twice";
+    EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage) << "saving the old trial again would count it twice";
     EXPECT_FALSE(run.busy());
 
     collectAndDeliver(2.0);
-    EXPECT_EQ(state.TrialName, "Trial0003");
+    EXPECT_EQ(state.TrialName(), "Trial0003");
 }
 
 TEST_F(RunControllerTest, TheStartDelayKeepsTheWindowAliveAndLastsToTheMillisecond) {
@@ -191,7 +191,7 @@ TEST_F(RunControllerTest, TheStartDelayKeepsTheWindowAliveAndLastsToTheMilliseco
     std::string statusDuringPause;
     events.whilePending = [&] {
         ++processed;
-        statusDuringPause = view.status;
+        statusDuringPause = state.notice;
         run.Collect(); // a second collection cannot start while this one is pausing
     };
     input.whenStarted = [&] { EXPECT_GE(clock.milliseconds(), 2000); };
@@ -212,11 +212,11 @@ TEST_F(RunControllerTest, StopDuringThePauseEndsItWithoutStarting) {
     EXPECT_THAT(input.log, ElementsAre("Configure"));
     EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
     EXPECT_FALSE(run.busy());
-    EXPECT_EQ(view.status, "Stopped");
+    EXPECT_EQ(state.notice, "Stopped");
     EXPECT_FALSE(view.busy);
     EXPECT_FALSE(view.stopEnabled);
-    EXPECT_FALSE(state.flags.DataPresent);
-    EXPECT_EQ(state.TrialName, "");
+    EXPECT_FALSE(state.DataPresent());
+    EXPECT_EQ(state.TrialName(), "");
     EXPECT_LT(clock.milliseconds(), 200);
 }
 
@@ -248,22 +248,22 @@ TEST_F(RunControllerTest, StopAsksAndNoLeavesEverythingRunning) {
 TEST_F(RunControllerTest, StopWithYesLosesTheTrialAndPutsBackTheOneBefore) {
     collectAndDeliver(1.0);
     const TrialData first = state.trials.CurrentTrial;
-    state.flags.Unsaved = false;
-    state.flags.TrialNotSaved = false;
-    state.trials.AddedToAverage = true;
+    state.changeCurrent([](Trial& trial) { trial.Unsaved = false; });
+    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = false; });
+    state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
     run.Collect();
     messages.answers = {MessageAnswer::Yes};
     run.Stop();
     EXPECT_FALSE(input.running());
-    EXPECT_EQ(view.status, "Stopped");
+    EXPECT_EQ(state.notice, "Stopped");
     EXPECT_FALSE(view.stopEnabled);
     EXPECT_FALSE(view.busy);
     EXPECT_EQ(state.trials.CurrentTrial, first);
-    EXPECT_EQ(state.TrialName, "Trial0001");
-    EXPECT_FALSE(state.flags.Unsaved);
-    EXPECT_FALSE(state.flags.TrialNotSaved);
-    EXPECT_TRUE(state.flags.DataPresent);
-    EXPECT_TRUE(state.trials.AddedToAverage);
+    EXPECT_EQ(state.TrialName(), "Trial0001");
+    EXPECT_FALSE(state.Unsaved());
+    EXPECT_FALSE(state.TrialNotSaved());
+    EXPECT_TRUE(state.DataPresent());
+    EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage);
     EXPECT_EQ(state.settings.sampling.NumSamples, 11);
 }
 
@@ -271,8 +271,8 @@ TEST_F(RunControllerTest, StoppingTheVeryFirstTrialLeavesNoData) {
     run.Collect();
     messages.answers = {MessageAnswer::Yes};
     run.Stop();
-    EXPECT_FALSE(state.flags.DataPresent);
-    EXPECT_FALSE(state.flags.TrialNotSaved);
+    EXPECT_FALSE(state.DataPresent());
+    EXPECT_FALSE(state.TrialNotSaved());
     EXPECT_FALSE(hasCurrentTrial(state));
 }
 
@@ -284,8 +284,8 @@ TEST_F(RunControllerTest, ATrialThatIsCompleteBeforeTheStopQuestionIsAnsweredIsK
         run.Stop();
         messages.whileOpen = nullptr;
         EXPECT_EQ(run.outcome(), RunOutcome::Completed);
-        EXPECT_TRUE(state.flags.Unsaved);
-        EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 7.0);
+        EXPECT_TRUE(state.Unsaved());
+        EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 7.0);
         EXPECT_FALSE(view.stopEnabled);
         EXPECT_FALSE(run.busy());
     }
@@ -297,7 +297,7 @@ TEST_F(RunControllerTest, ShowsTheWaitingWindowWhileATriggeredCollectionWaits) {
     input.config.start = startConditionFor(state.settings, true);
     run.Collect();
     EXPECT_TRUE(view.waiting);
-    EXPECT_EQ(view.status, "Waiting for trigger before acquiring data");
+    EXPECT_EQ(state.notice, "Waiting for trigger before acquiring data");
     messages.answers = {MessageAnswer::No};
     run.Stop();
     EXPECT_TRUE(view.waiting) << "the collection still waits";
@@ -318,15 +318,15 @@ TEST_F(RunControllerTest, RepeatsGetNamesOfTheirOwnAndStopStaysEnabledUntilTheLa
     std::vector<std::string> names;
     for (int i = 0; i < 3; ++i) {
         input.onProgress({.count = (i + 1) * input.config.totalScans, .totalScans = input.config.totalScans});
-        EXPECT_EQ(view.status, "Repeat " + std::to_string(i + 1) + " of 3");
+        EXPECT_EQ(state.notice, "Repeat " + std::to_string(i + 1) + " of 3");
         input.deliver(i, i, i == 2);
-        names.push_back(state.TrialName);
+        names.push_back(state.TrialName());
         EXPECT_EQ(view.stopEnabled, i < 2);
-        EXPECT_FALSE(state.trials.AddedToAverage);
-        EXPECT_TRUE(state.flags.Unsaved);
-        state.trials.AddedToAverage = true; // as saving does
-        state.flags.Unsaved = false;
-        state.flags.AddedToOverlays = true;
+        EXPECT_FALSE(state.trials.CurrentTrial->AddedToAverage);
+        EXPECT_TRUE(state.Unsaved());
+        state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; }); // as saving does
+        state.changeCurrent([](Trial& trial) { trial.Unsaved = false; });
+        state.changeCurrent([](Trial& trial) { trial.AddedToOverlays = true; });
     }
     EXPECT_THAT(names, ElementsAre("Trial0001", "Trial0001-r2", "Trial0001-r3"));
     EXPECT_EQ(state.settings.setup.TrialNumber, 1);
@@ -339,9 +339,9 @@ TEST_F(RunControllerTest, StoppingInTheSecondRepeatKeepsTheFirst) {
     input.deliver(1.0, 0, false);
     messages.answers = {MessageAnswer::Yes};
     run.Stop();
-    EXPECT_EQ(state.TrialName, "Trial0001");
-    EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 1.0);
-    EXPECT_TRUE(state.flags.TrialNotSaved);
+    EXPECT_EQ(state.TrialName(), "Trial0001");
+    EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 1.0);
+    EXPECT_TRUE(state.TrialNotSaved());
     EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
 }
 
@@ -351,16 +351,16 @@ TEST_F(RunControllerTest, ARepeatThatWasSavedStaysSavedWhenALaterOneIsStopped) {
     EXPECT_TRUE(run.awaitsFirstTrial());
     input.deliver(1.0, 0, false);
     EXPECT_FALSE(run.awaitsFirstTrial());
-    state.TrialName = "Mine"; // as saving does
-    state.flags.Unsaved = false;
-    state.flags.TrialNotSaved = false;
-    state.trials.AddedToAverage = true;
+    state.rename("Mine"); // as saving does
+    state.changeCurrent([](Trial& trial) { trial.Unsaved = false; });
+    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = false; });
+    state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
     messages.answers = {MessageAnswer::Yes};
     run.Stop();
-    EXPECT_EQ(state.TrialName, "Mine");
-    EXPECT_FALSE(state.flags.Unsaved);
-    EXPECT_FALSE(state.flags.TrialNotSaved);
-    EXPECT_TRUE(state.trials.AddedToAverage);
+    EXPECT_EQ(state.TrialName(), "Mine");
+    EXPECT_FALSE(state.Unsaved());
+    EXPECT_FALSE(state.TrialNotSaved());
+    EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage);
 }
 
 TEST_F(RunControllerTest, RepeatsThatArriveWhileOneIsBeingSavedWaitTheirTurn) {
@@ -372,12 +372,12 @@ TEST_F(RunControllerTest, RepeatsThatArriveWhileOneIsBeingSavedWaitTheirTurn) {
             input.deliver(2.0, 1, false);
             input.deliver(3.0, 2, true);
         }
-        savedFirstSamples.push_back(state.trials.CurrentTrial->at(0, 0));
+        savedFirstSamples.push_back(state.trials.CurrentTrial->samples->at(0, 0));
     };
     run.Collect();
     input.deliver(1.0, 0, false);
     EXPECT_THAT(savedFirstSamples, ElementsAre(1.0, 2.0, 3.0));
-    EXPECT_EQ(state.TrialName, "Trial0001-r3");
+    EXPECT_EQ(state.TrialName(), "Trial0001-r3");
     EXPECT_FALSE(run.busy());
 }
 
@@ -388,18 +388,18 @@ TEST_F(RunControllerTest, ARepeatThatArrivesWhileTheUserSavesWaitsUntilTheSaveIs
     {
         const RunController::Hold whileSaving(run);
         input.deliver(2.0, 1, true);
-        EXPECT_EQ(state.TrialName, "Trial0001");
-        EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 1.0);
+        EXPECT_EQ(state.TrialName(), "Trial0001");
+        EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 1.0);
     }
-    EXPECT_EQ(state.TrialName, "Trial0001-r2");
-    EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 2.0);
+    EXPECT_EQ(state.TrialName(), "Trial0001-r2");
+    EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 2.0);
     EXPECT_FALSE(run.busy());
 }
 
 TEST_F(RunControllerTest, ASingleTrialShowsItsProgressWithoutARepeatCounter) {
     run.Collect();
     input.onProgress({.count = 11, .totalScans = 11, .scansInBlock = 5, .blockScans = 11});
-    EXPECT_EQ(view.status, "Acquiring data");
+    EXPECT_EQ(state.notice, "Acquiring data");
     ASSERT_TRUE(view.progress);
     EXPECT_EQ(view.progress->scansInBlock, 5);
     input.deliver(0);
@@ -423,10 +423,10 @@ TEST_F(RunControllerTest, AnErrorKeepsWhatHadArrivedAndReportsCodeContextAndDesc
     EXPECT_EQ(messages.shown[0].text, "Error: -10010\r\nContext: scan 5 of 11. The part of the trial that had arrived "
                                       "(5 samples per channel) is kept as Trial0001-partial.\r\n"
                                       "Description of -10010.");
-    EXPECT_EQ(state.TrialName, "Trial0001-partial");
-    EXPECT_EQ(state.trials.CurrentTrial->samples(), 5);
+    EXPECT_EQ(state.TrialName(), "Trial0001-partial");
+    EXPECT_EQ(state.trials.CurrentTrial->samples->samples(), 5);
     EXPECT_EQ(state.settings.sampling.NumSamples, 5);
-    EXPECT_TRUE(state.flags.TrialNotSaved);
+    EXPECT_TRUE(state.TrialNotSaved());
     EXPECT_FALSE(view.busy);
     EXPECT_FALSE(view.stopEnabled);
     EXPECT_EQ(run.outcome(), RunOutcome::Failed);
@@ -434,12 +434,12 @@ TEST_F(RunControllerTest, AnErrorKeepsWhatHadArrivedAndReportsCodeContextAndDesc
 
 TEST_F(RunControllerTest, AnErrorBeforeAnyScanPutsBackTheTrialBefore) {
     collectAndDeliver(1.0);
-    state.flags.Unsaved = false;
+    state.changeCurrent([](Trial& trial) { trial.Unsaved = false; });
     run.Collect();
     input.onError({.code = -10010, .context = "before the first scan.", .arrived = nullptr});
-    EXPECT_EQ(state.TrialName, "Trial0001");
-    EXPECT_FALSE(state.flags.Unsaved);
-    EXPECT_EQ(state.trials.CurrentTrial->at(0, 0), 1.0);
+    EXPECT_EQ(state.TrialName(), "Trial0001");
+    EXPECT_FALSE(state.Unsaved());
+    EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 1.0);
 }
 
 TEST_F(RunControllerTest, DebugModeDrivesNothingAndEndsAtOnce) {
@@ -450,7 +450,7 @@ TEST_F(RunControllerTest, DebugModeDrivesNothingAndEndsAtOnce) {
     EXPECT_THAT(input.log, IsEmpty());
     EXPECT_THAT(messages.shown, IsEmpty());
     EXPECT_THAT(dio.writes, ElementsAre(Pair(0, 0))) << "only the reset before the collection";
-    EXPECT_TRUE(state.flags.DataPresent);
+    EXPECT_TRUE(state.DataPresent());
     EXPECT_FALSE(hasCurrentTrial(state));
     EXPECT_FALSE(view.stopEnabled);
     EXPECT_FALSE(view.busy);
@@ -460,21 +460,21 @@ TEST_F(RunControllerTest, DebugModeDrivesNothingAndEndsAtOnce) {
 
 TEST_F(RunControllerTest, ADebugCollectionLeavesTheTrialBeforeCountedOnce) {
     collectAndDeliver(1.0);
-    state.trials.AddedToAverage = true;
+    state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
     state.flags.DebugMode = true;
     run.Collect();
-    EXPECT_TRUE(state.trials.AddedToAverage);
+    EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage);
 }
 
 // Average -------------------------------------------------------------------------------------------------------------
 
 TEST_F(RunControllerTest, ClearAverageEmptiesItAndRedraws) {
     collectAndDeliver(1.0);
-    ASSERT_TRUE(AddTrialToAverage(state.trials, state.trials.CurrentTrial, state.trials.CurrentSettings));
+    ASSERT_TRUE(AddTrialToAverage(state.trials, state.trials.CurrentTrial, state.trials.CurrentTrial->sampling));
     view.log.clear();
     run.mnuClearAverage_Click();
-    EXPECT_EQ(state.trials.AverageCount, 0);
-    EXPECT_FALSE(state.trials.AverageSum);
+    EXPECT_EQ(state.trials.average.AverageCount, 0);
+    EXPECT_FALSE(state.trials.average.AverageSum);
     EXPECT_THAT(view.log, ElementsAre("RedrawTrials"));
 }
 

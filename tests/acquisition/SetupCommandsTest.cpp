@@ -35,7 +35,7 @@ class FakeOptionsView final : public OptionsView {
 
 class SetupCommandsTest : public testing::Test {
   protected:
-    SetupCommandsTest() { state.TrialName = "Trial0003"; }
+    SetupCommandsTest() { state.rename("Trial0003"); }
 
     std::filesystem::path write(const std::string& name, const std::string& bytes) {
         std::ofstream(folder / name, std::ios::binary) << bytes;
@@ -69,7 +69,7 @@ TEST_F(SetupCommandsTest, SavingWritesEverySettingAndNamesTheTrialAfterTheFile) 
     dialogs.answers = {folder / "Protocol.set"};
     commands.SaveSetup();
     EXPECT_EQ(bytesOf(folder / "Protocol.set"), encodeSetup(state.settings));
-    EXPECT_EQ(state.TrialName, "Protocol");
+    EXPECT_EQ(state.TrialName(), "Protocol");
     EXPECT_EQ(state.paths.LastSetupFile, (folder / "Protocol.set").string());
     EXPECT_EQ(view.captions, 1);
 }
@@ -88,7 +88,7 @@ TEST_F(SetupCommandsTest, ACancelledOrFailedSaveChangesNothing) {
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_THAT(messages.shown[0].text, testing::StartsWith("Error saving "));
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Exclamation);
-    EXPECT_EQ(state.TrialName, "Trial0003");
+    EXPECT_EQ(state.TrialName(), "Trial0003");
     EXPECT_EQ(state.paths.LastSetupFile, "");
     EXPECT_EQ(view.captions, 0);
 }
@@ -105,7 +105,7 @@ TEST_F(SetupCommandsTest, LoadingReplacesEverySettingAndOpensTheSetupDialog) {
     view.whenDialogOpens = [this] { EXPECT_EQ(input.device(), 3) << "the dialog shows the file's device"; };
     commands.LoadSetup();
     EXPECT_EQ(state.settings, stored);
-    EXPECT_EQ(state.TrialName, "Protocol");
+    EXPECT_EQ(state.TrialName(), "Protocol");
     EXPECT_EQ(state.paths.LastSetupFile, (folder / "Protocol.set").string());
     EXPECT_EQ(view.dialogs, 1);
     EXPECT_EQ(view.followed, 1);
@@ -122,7 +122,7 @@ TEST_F(SetupCommandsTest, ACancelledLoadChangesNothing) {
     const AcqSettings before = state.settings;
     commands.LoadSetup();
     EXPECT_EQ(state.settings, before);
-    EXPECT_EQ(state.TrialName, "Trial0003");
+    EXPECT_EQ(state.TrialName(), "Trial0003");
     EXPECT_EQ(view.dialogs, 0);
 }
 

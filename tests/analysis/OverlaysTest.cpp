@@ -1,6 +1,6 @@
 #include "analysis/Overlays.h"
 
-#include "analysis/OverlayCommands.h"
+#include "analysis/TrialSetCommands.h"
 #include "support/Fakes.h"
 #include "support/Trials.h"
 
@@ -91,32 +91,32 @@ TEST_F(OverlaysTest, NothingIsPlottedOfAnEmptySetOrAMissingChannel) {
     EXPECT_FALSE(BuildPlotData(overlays, -1, false, false));
 }
 
-TEST(OverlayCommandsTest, TheMarkFollowsSuccessRefusalAndClearing) {
+TEST(TrialSetCommandsTest, TheMarkFollowsSuccessRefusalAndClearing) {
     ProgramState state;
     FakeMessages messages;
     int updates = 0;
-    OverlayCommands commands(state, messages, [&updates] { ++updates; });
+    TrialSetCommands commands(state, messages, [&updates] { ++updates; });
     commands.mnuOverlay_Click();
     EXPECT_EQ(state.overlays.OverlayCount, 0) << "no trial, no overlay";
 
-    state.TrialName = "First";
+    state.rename("First");
     state.trials.CurrentTrial = trialOf({{1, 2}, {3, 4}});
-    state.trials.CurrentSettings = settingsOf(state.trials.CurrentTrial);
+    state.trials.CurrentTrial->sampling = settingsOf(state.trials.CurrentTrial);
     commands.mnuOverlay_Click();
-    EXPECT_TRUE(state.flags.AddedToOverlays);
+    EXPECT_TRUE(state.trials.CurrentTrial->AddedToOverlays);
     EXPECT_EQ(state.overlays.OverlayNames[0], "First");
 
-    state.trials.CurrentSettings.Rate = 5;
+    state.trials.CurrentTrial->sampling.Rate = 5;
     commands.mnuOverlay_Click();
-    EXPECT_FALSE(state.flags.AddedToOverlays);
+    EXPECT_FALSE(state.trials.CurrentTrial->AddedToOverlays);
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(messages.shown[0].text, "Can't overlay because properties are not the same.");
     EXPECT_EQ(messages.shown[0].title, "Error");
     EXPECT_EQ(messages.shown[0].buttons, MessageButtons::Ok);
 
-    state.flags.AddedToOverlays = true;
+    state.changeCurrent([](Trial& trial) { trial.AddedToOverlays = true; });
     commands.mnuClear_Click();
-    EXPECT_FALSE(state.flags.AddedToOverlays);
+    EXPECT_FALSE(state.trials.CurrentTrial->AddedToOverlays);
     EXPECT_EQ(state.overlays.OverlayCount, 0);
     EXPECT_EQ(updates, 3);
 }

@@ -49,7 +49,7 @@ TEST_F(ExitTest, WithNothingUnsavedItStoresTheSettingsWithoutAsking) {
 }
 
 TEST_F(ExitTest, AsksAboutATrialThatWasNotSaved) {
-    state.flags.TrialNotSaved = true;
+    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
     messages.answers = {MessageAnswer::No};
     EXPECT_TRUE(mayExit());
     ASSERT_EQ(messages.shown.size(), 1U);
@@ -62,7 +62,7 @@ TEST_F(ExitTest, AsksAboutATrialThatWasNotSaved) {
 }
 
 TEST_F(ExitTest, CancelKeepsTheProgramRunningWithNothingStored) {
-    state.flags.TrialNotSaved = true;
+    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
     messages.answers = {MessageAnswer::Cancel};
     EXPECT_FALSE(mayExit());
     EXPECT_TRUE(store.values.empty());
@@ -70,7 +70,7 @@ TEST_F(ExitTest, CancelKeepsTheProgramRunningWithNothingStored) {
 }
 
 TEST_F(ExitTest, YesSavesAndGoesOnOnlyWhenTheTrialWasSaved) {
-    state.flags.TrialNotSaved = true;
+    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
     messages.answers = {MessageAnswer::Yes, MessageAnswer::Yes};
     saved = false; // the user cancelled the save dialog, or the disk is full
     EXPECT_FALSE(mayExit());
@@ -81,15 +81,15 @@ TEST_F(ExitTest, YesSavesAndGoesOnOnlyWhenTheTrialWasSaved) {
     EXPECT_FALSE(store.values.empty());
 }
 
-TEST(MenuStateTest, DataCommandsNeedDataAndOverlayCommandsAnOverlay) {
+TEST(MenuStateTest, DataCommandsNeedDataAndTrialSetCommandsAnOverlay) {
     ProgramState state;
     EXPECT_FALSE(menuState(state).dataCommands);
     EXPECT_FALSE(menuState(state).overlay);
     EXPECT_FALSE(menuState(state).overlayCommands);
-    state.flags.DataPresent = true;
+    state.DataPresent() = true;
     EXPECT_TRUE(menuState(state).dataCommands);
     EXPECT_TRUE(menuState(state).overlay);
-    state.flags.AddedToOverlays = true;
+    state.changeCurrent([](Trial& trial) { trial.AddedToOverlays = true; });
     EXPECT_FALSE(menuState(state).overlay);
     state.overlays.OverlayCount = 1;
     EXPECT_TRUE(menuState(state).overlayCommands);
@@ -102,9 +102,9 @@ TEST(MenuStateTest, DataCommandsNeedDataAndOverlayCommandsAnOverlay) {
 
 TEST(CaptionTest, IsTheTrialsNameWithAWordWhileItIsUnsaved) {
     ProgramState state;
-    state.TrialName = "Trial0007";
+    state.rename("Trial0007");
     EXPECT_EQ(captionFor(state), "Trial0007");
-    state.flags.Unsaved = true;
+    state.changeCurrent([](Trial& trial) { trial.Unsaved = true; });
     EXPECT_EQ(captionFor(state), "Trial0007 (Unsaved)");
 }
 

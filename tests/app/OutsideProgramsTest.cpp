@@ -40,7 +40,7 @@ class OutsideProgramsTest : public testing::Test {
 
 TEST_F(OutsideProgramsTest, TheSiblingOpensTheLastTableInTheDataFolder) {
     state.LastTabExport = "/my data/a b.tab";
-    state.LastSavedName = "Trial0001.lmb";
+    state.trials.CurrentTrial->savedName = "Trial0001.lmb";
     programs.mnuProgram_Click(0);
     EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "\"/my data/a b.tab\"", "/my data",
                                                          ShowMode::Normal}));
@@ -48,7 +48,7 @@ TEST_F(OutsideProgramsTest, TheSiblingOpensTheLastTableInTheDataFolder) {
 }
 
 TEST_F(OutsideProgramsTest, WithoutATableTheSiblingOpensTheSavedFileUnquoted) {
-    state.LastSavedName = "Trial 1.lmb";
+    state.trials.CurrentTrial->savedName = "Trial 1.lmb";
     programs.mnuProgram_Click(0);
     EXPECT_THAT(shell.requests,
                 ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "Trial 1.lmb", "/my data", ShowMode::Normal}));
@@ -60,7 +60,7 @@ TEST_F(OutsideProgramsTest, WithoutAnyFileTheSiblingIsFoundThroughTheSearchPath)
 }
 
 TEST_F(OutsideProgramsTest, AnUnsavedTrialKeepsTheSiblingFromStarting) {
-    state.flags.TrialNotSaved = true;
+    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
     state.LastTabExport = "/my data/a.tab";
     programs.mnuProgram_Click(0);
     expectSaveFirst("You must save your current data first to a file before starting Lumidor2.");
@@ -74,7 +74,7 @@ TEST_F(OutsideProgramsTest, TheSiblingIsLookedForInItsOwnFolderElseInTheLaborato
     store.values["Lumidor2/Startup/Progdir"] = "";
     EXPECT_TRUE(programs.siblingFound());
     programs.mnuProgram_Click(0);
-    state.LastSavedName = "a.lmb";
+    state.trials.CurrentTrial->savedName = "a.lmb";
     programs.mnuProgram_Click(0);
     EXPECT_EQ(shell.requests.at(1).file, "/lab|Lumidor2.exe");
     state.paths.SiblingProgramDir.clear();
@@ -85,7 +85,7 @@ TEST_F(OutsideProgramsTest, TheSiblingIsLookedForInItsOwnFolderElseInTheLaborato
 
 TEST_F(OutsideProgramsTest, TheAnalyzeMenusSpreadsheetsOpenTheLastTable) {
     state.LastTabExport = "/d/a.tab";
-    state.flags.TrialNotSaved = true; // the table is what counts
+    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; }); // the table is what counts
     programs.mnuProgram_Click(1);
     programs.mnuProgram_Click(2);
     EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"QPW.exe", "\"/d/a.tab\"", "", ShowMode::Normal},

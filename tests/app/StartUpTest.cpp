@@ -52,7 +52,7 @@ TEST_F(StartUpTest, TheFirstStartTakesTheDefaults) {
     EXPECT_EQ(state.paths.SpreadsheetProgram, "Excel.exe");
     EXPECT_EQ(result.spreadsheetItem, 0);
     EXPECT_FALSE(result.maximized);
-    EXPECT_FALSE(state.flags.DataPresent);
+    EXPECT_FALSE(state.DataPresent());
     EXPECT_EQ(state.settings.setup.TrialNumber, 0);
     EXPECT_TRUE(store.values.empty()) << "start-up only reads";
 }

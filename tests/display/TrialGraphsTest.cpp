@@ -15,7 +15,7 @@ class TrialGraphsTest : public testing::Test {
   protected:
     void setCurrent(const TrialData& trial, std::int32_t rateHz) {
         state.trials.CurrentTrial = trial;
-        state.trials.CurrentSettings = takenAt(rateHz);
+        state.trials.CurrentTrial->sampling = takenAt(rateHz);
     }
 
     CWGraph cwG;
@@ -68,7 +68,7 @@ TEST_F(TrialGraphsTest, WithoutTrialsShowTheTimeThatTheSettingsGive) {
 TEST_F(TrialGraphsTest, ShowEachTrialOverItsOwnTimeAndVoltage) {
     setCurrent(ramp(2, 5001, 4.0), 1000);
     state.trials.LastTrial = ramp(3, 101, 0.5);
-    state.trials.LastSettings = takenAt(200);
+    state.trials.LastTrial->sampling = takenAt(200);
     state.settings.sampling.Rate = 7; // settings changed after the trials must not matter
     graphs.RedrawTrials(state);
     EXPECT_EQ(cwG.plotCount(), 2);
@@ -119,7 +119,7 @@ TEST_F(TrialGraphsTest, ShowTheMeanOfTheSavedTrials) {
     EXPECT_EQ(cwGAvg.plotCount(), 1);
     EXPECT_EQ(cwGAvg.accessibleDescription(),
               QStringLiteral("Saved trials average: 1 channel of 2 samples, time 0 to 0.1 s, voltage -1 to 6 V"));
-    EXPECT_EQ(cwGAvg.pyramid()->trial(), state.trials.AverageSum) << "the sum is read in place";
+    EXPECT_EQ(cwGAvg.pyramid()->trial(), state.trials.average.AverageSum) << "the sum is read in place";
 
     ClearAverage(state.trials);
     graphs.RedrawTrials(state);
@@ -141,7 +141,7 @@ TEST_F(TrialGraphsTest, HandThePyramidOnWhenTheCurrentTrialBecomesTheLast) {
     const auto first = cwG.pyramid();
 
     state.trials.LastTrial = state.trials.CurrentTrial;
-    state.trials.LastSettings = state.trials.CurrentSettings;
+    state.trials.LastTrial->sampling = state.trials.CurrentTrial->sampling;
     setCurrent(ramp(2, 1000, 2.0), 1000);
     graphs.RedrawTrials(state);
     EXPECT_EQ(cwGLast.pyramid(), first);

@@ -41,8 +41,8 @@ TEST_F(ExportCommandsTest, TheTableForSpreadsheetsIsAskedForWrittenAndRemembered
     EXPECT_EQ(asked.initialName, "Trial0001.tab");
     EXPECT_THAT(bytesOf(m_folder / "Arm.tab"), HasSubstr("0.001000\t2.00000\t5.00000\t\r\n"));
     EXPECT_EQ(m_state.LastTabExport, (m_folder / "Arm.tab").string());
-    EXPECT_FALSE(m_state.flags.TrialNotSaved);
-    EXPECT_TRUE(m_state.flags.Unsaved) << "only the question at exit is spared";
+    EXPECT_FALSE(m_state.TrialNotSaved());
+    EXPECT_TRUE(m_state.Unsaved()) << "only the question at exit is spared";
     EXPECT_EQ(m_state.TrialName, "Trial0001");
 }
 
@@ -56,16 +56,16 @@ TEST_F(ExportCommandsTest, TheTableForTheSiblingIsAskedForAndWritten) {
     EXPECT_EQ(asked.filterIndex, 1) << "the second entry";
     EXPECT_EQ(asked.initialName, "Trial0001.lma");
     EXPECT_TRUE(bytesOf(m_folder / "Arm.lma").starts_with("* Trial0001.lma\r\n* Trial0001.lma\r\n"));
-    EXPECT_TRUE(m_state.flags.TrialNotSaved);
+    EXPECT_TRUE(m_state.TrialNotSaved());
     EXPECT_EQ(m_state.LastTabExport, "");
 }
 
 TEST_F(ExportCommandsTest, TheOverlaysGoIntoTheirOwnTable) {
     m_state.overlays.OverlayData = {trialOf({{1, 2}, {3, 4}}), trialOf({{5, 6}, {7, 8}})};
     m_state.overlays.OverlayCount = 2;
-    m_state.trials.CurrentSettings.NumChannels = 2;
-    m_state.trials.CurrentSettings.NumSamples = 2;
-    m_state.settings.sampling = m_state.overlays.OverlaySettings = m_state.trials.CurrentSettings;
+    m_state.trials.CurrentTrial->sampling.NumChannels = 2;
+    m_state.trials.CurrentTrial->sampling.NumSamples = 2;
+    m_state.settings.sampling = m_state.overlays.OverlaySettings = m_state.trials.CurrentTrial->sampling;
     m_dialogs.answers = {m_folder / "Mean.lma", fs::path("/proc/t.lma")};
     m_export.mnuLumidorO_Click();
     const FileDialogRequest& asked = m_dialogs.asked.at(0);
@@ -86,7 +86,7 @@ TEST_F(ExportCommandsTest, CancelIsSilent) {
     m_export.mnuLumidor_Click();
     EXPECT_THAT(m_messages.shown, IsEmpty());
     EXPECT_EQ(m_state.LastTabExport, "");
-    EXPECT_TRUE(m_state.flags.TrialNotSaved);
+    EXPECT_TRUE(m_state.TrialNotSaved());
 }
 
 TEST_F(ExportCommandsTest, AFailureIsToldAndLeavesTheLastExportAlone) {
@@ -99,7 +99,7 @@ TEST_F(ExportCommandsTest, AFailureIsToldAndLeavesTheLastExportAlone) {
     EXPECT_THAT(m_messages.shown[1].text, testing::StartsWith("Error saving /proc/t.lma\n"));
     EXPECT_EQ(m_messages.shown[0].title, "Error");
     EXPECT_EQ(m_state.LastTabExport, "/before.tab");
-    EXPECT_TRUE(m_state.flags.TrialNotSaved);
+    EXPECT_TRUE(m_state.TrialNotSaved());
 }
 
 TEST_F(ExportCommandsTest, ACancelledExportLeavesNoFile) {

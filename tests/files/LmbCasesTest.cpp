@@ -42,8 +42,8 @@ void prepare(ProgramState& state, const Json& trial, const fs::path& folder) {
     }
     const auto type = trial["element"] == "float32" ? ElementType::Float32 : ElementType::Float64;
     collect(state, trialOf(trial["volts"].get<std::vector<std::vector<double>>>(), type, trial["rank"].get<int>()));
-    state.trials.CurrentSettings.Rate = trial["Rate"];
-    state.trials.CurrentSettings.Duration = trial["Duration"];
+    state.trials.CurrentTrial->sampling.Rate = trial["Rate"];
+    state.trials.CurrentTrial->sampling.Duration = trial["Duration"];
     state.settings.setup.TrialNumber = trial["TrialNumber"];
     setTexts(state.header.Labels, trial.value("Labels", Json::object()));
     setTexts(state.header.Units, trial.value("Units", Json::object()));

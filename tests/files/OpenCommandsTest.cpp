@@ -48,7 +48,7 @@ class OpenCommandsTest : public testing::Test {
         EXPECT_EQ(m_state.comments, before.comments);
         EXPECT_EQ(m_state.TrialName, before.TrialName);
         EXPECT_EQ(m_state.paths.LastFile, before.paths.LastFile);
-        EXPECT_EQ(m_state.flags.DataPresent, before.flags.DataPresent);
+        EXPECT_EQ(m_state.DataPresent(), before.flags.DataPresent);
     }
 
     TemporaryFolder m_folder;
@@ -75,15 +75,15 @@ TEST_F(OpenCommandsTest, AsksWithTheLaidDownDialog) {
 }
 
 TEST_F(OpenCommandsTest, AnOpenedTrialIsTheCurrentOneAndCountsAsSaved) {
-    m_state.trials.AddedToAverage = true;
-    m_state.flags.AddedToOverlays = true;
+    m_state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
+    m_state.changeCurrent([](Trial& trial) { trial.AddedToOverlays = true; });
     m_dialogs.answers = {copyOf("three_channels_labels_comments", "Arm.lmb")};
     m_open.mnuOpenLumidor2_Click();
 
     ASSERT_TRUE(hasCurrentTrial(m_state));
-    EXPECT_EQ(m_state.trials.CurrentTrial->channels(), 3);
+    EXPECT_EQ(m_state.trials.CurrentTrial->samples->channels(), 3);
     EXPECT_EQ(m_state.trials.CurrentTrial->elementType(), ElementType::Float32);
-    EXPECT_EQ(m_state.trials.CurrentTrial->at(2, 1), 6.0);
+    EXPECT_EQ(m_state.trials.CurrentTrial->samples->at(2, 1), 6.0);
     EXPECT_EQ(m_state.header.Labels[3].trimmed(), "Channel 02");
     EXPECT_EQ(m_state.comments[2].trimmed(), std::string(61, 'x'));
     EXPECT_EQ(m_state.settings.sampling.NumChannels, 3);
@@ -91,17 +91,17 @@ TEST_F(OpenCommandsTest, AnOpenedTrialIsTheCurrentOneAndCountsAsSaved) {
     EXPECT_EQ(m_state.settings.sampling.Rate, 3);
     EXPECT_EQ(m_state.settings.sampling.Repeat, 1);
     EXPECT_EQ(m_state.settings.sampling.Channels.trimmed(), "5,7") << "the list is the board's";
-    EXPECT_EQ(m_state.trials.CurrentSettings.Channels.trimmed(), "0:2");
-    EXPECT_EQ(m_state.trials.CurrentSettings.Rate, 3);
+    EXPECT_EQ(m_state.trials.CurrentTrial->sampling.Channels.trimmed(), "0:2");
+    EXPECT_EQ(m_state.trials.CurrentTrial->sampling.Rate, 3);
     EXPECT_EQ(m_state.TrialName, "Arm");
-    EXPECT_EQ(m_state.LastSavedName, "Arm.lmb");
+    EXPECT_EQ(m_state.trials.CurrentTrial->savedName, "Arm.lmb");
     EXPECT_EQ(m_state.paths.LastFile, (m_folder / "Arm.lmb").string());
     EXPECT_EQ(m_state.paths.DataDir, m_folder.path().string());
-    EXPECT_TRUE(m_state.flags.DataPresent);
-    EXPECT_FALSE(m_state.flags.Unsaved);
-    EXPECT_FALSE(m_state.flags.TrialNotSaved);
-    EXPECT_FALSE(m_state.flags.AddedToOverlays);
-    EXPECT_FALSE(m_state.trials.AddedToAverage);
+    EXPECT_TRUE(m_state.DataPresent());
+    EXPECT_FALSE(m_state.Unsaved());
+    EXPECT_FALSE(m_state.TrialNotSaved());
+    EXPECT_FALSE(m_state.trials.CurrentTrial->AddedToOverlays);
+    EXPECT_FALSE(m_state.trials.CurrentTrial->AddedToAverage);
 
     ASSERT_EQ(m_messages.shown.size(), 1U);
     EXPECT_EQ(m_messages.shown[0].text, "File read successfully.  # channels = 3,  samples/channel = 2");

@@ -156,7 +156,7 @@ TEST_F(AtomicFileTest, AFailedSaveOfATrialLeavesTheOldFile) {
     }
     EXPECT_EQ(bytesOf(m_path), "old");
     EXPECT_THAT(namesIn(m_folder.path()), ElementsAre("a.lmb")) << "nothing is left lying about";
-    EXPECT_TRUE(state.flags.Unsaved);
+    EXPECT_TRUE(state.Unsaved());
 }
 
 TEST(FreeNameTest, CountsDanglingLinksAsTaken) {

@@ -34,13 +34,13 @@ class SaveCommandsTest : public testing::Test {
     /// The state of a trial that is as unsaved as it was.
     void expectUntouched() {
         EXPECT_EQ(m_state.TrialName, "Trial0001");
-        EXPECT_EQ(m_state.LastSavedName, "");
+        EXPECT_EQ(m_state.trials.CurrentTrial->savedName, "");
         EXPECT_EQ(m_state.paths.LastFile, "/before.lmb");
         EXPECT_EQ(m_state.paths.DataDir, (m_folder / "data").string());
-        EXPECT_TRUE(m_state.flags.Unsaved);
-        EXPECT_TRUE(m_state.flags.TrialNotSaved);
-        EXPECT_EQ(m_state.trials.AverageCount, 0);
-        EXPECT_FALSE(m_state.trials.AddedToAverage);
+        EXPECT_TRUE(m_state.Unsaved());
+        EXPECT_TRUE(m_state.TrialNotSaved());
+        EXPECT_EQ(m_state.trials.average.AverageCount, 0);
+        EXPECT_FALSE(m_state.trials.CurrentTrial->AddedToAverage);
     }
 
     TemporaryFolder m_folder;
@@ -84,17 +84,17 @@ TEST_F(SaveCommandsTest, CancelEndsBothSilently) {
 
 TEST_F(SaveCommandsTest, SavingTakesTheNameAndFolderOfTheFile) {
     for (const bool as : {false, true}) {
-        m_state.flags.Unsaved = m_state.flags.TrialNotSaved = true;
+        m_state.Unsaved() = m_state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
         const fs::path path = m_folder / (as ? "Second.lmb" : "First.lmb");
         answer(path);
         EXPECT_TRUE(as ? m_commands.mnuSaveAs_Click() : m_commands.mnuSave_Click());
         EXPECT_EQ(m_state.TrialName, as ? "Second" : "First");
-        EXPECT_EQ(m_state.LastSavedName, as ? "Second.lmb" : "First.lmb");
+        EXPECT_EQ(m_state.trials.CurrentTrial->savedName, as ? "Second.lmb" : "First.lmb");
         EXPECT_EQ(m_state.paths.LastFile, path.string());
         EXPECT_EQ(m_state.paths.DataDir, m_folder.path().string());
-        EXPECT_FALSE(m_state.flags.Unsaved);
-        EXPECT_FALSE(m_state.flags.TrialNotSaved);
-        EXPECT_TRUE(m_state.flags.DataPresent);
+        EXPECT_FALSE(m_state.Unsaved());
+        EXPECT_FALSE(m_state.TrialNotSaved());
+        EXPECT_TRUE(m_state.DataPresent());
         EXPECT_EQ(readLmbFile(path).value().samples.at(1, 2), 6.0);
     }
     EXPECT_THAT(m_messages.shown, IsEmpty());
@@ -126,7 +126,7 @@ TEST_F(SaveCommandsTest, TheTrialIsNamedWithoutAnyExtension) {
         ASSERT_TRUE(m_commands.mnuSave_Click());
         EXPECT_TRUE(fs::exists(m_folder / file));
         EXPECT_EQ(m_state.TrialName, name);
-        EXPECT_EQ(m_state.LastSavedName, std::string(name) + ".lmb");
+        EXPECT_EQ(m_state.trials.CurrentTrial->savedName, std::string(name) + ".lmb");
     }
 }
 
@@ -204,15 +204,15 @@ TEST_F(SaveCommandsTest, WithoutATrialNothingHappens) {
 TEST_F(SaveCommandsTest, ATrialEntersTheAverageOnceHoweverOftenItIsSaved) {
     answer(m_folder / "a.lmb");
     ASSERT_TRUE(m_commands.mnuSave_Click());
-    EXPECT_EQ(m_state.trials.AverageCount, 1);
-    EXPECT_TRUE(m_state.trials.AddedToAverage);
+    EXPECT_EQ(m_state.trials.average.AverageCount, 1);
+    EXPECT_TRUE(m_state.trials.CurrentTrial->AddedToAverage);
     m_view.log.clear();
     answer(m_folder / "a.lmb");
     ASSERT_TRUE(m_commands.mnuSave_Click());
     answer(m_folder / "b.lmb");
     ASSERT_TRUE(m_commands.mnuSaveAs_Click());
-    EXPECT_EQ(m_state.trials.AverageCount, 1);
-    EXPECT_EQ(m_state.trials.AverageSum->at(1, 2), 6.0);
+    EXPECT_EQ(m_state.trials.average.AverageCount, 1);
+    EXPECT_EQ(m_state.trials.average.AverageSum->at(1, 2), 6.0);
     EXPECT_THAT(m_view.log, testing::Not(testing::Contains("redraw")));
 }
 
@@ -222,29 +222,29 @@ TEST_F(SaveCommandsTest, CompatibleTrialsAddUpAndAnotherRateStartsAgain) {
     collect(m_state, trialOf({{3, 2, 1}, {6, 5, 4}}));
     answer(m_folder / "b.lmb");
     ASSERT_TRUE(m_commands.mnuSave_Click());
-    EXPECT_EQ(m_state.trials.AverageCount, 2);
-    EXPECT_EQ(m_state.trials.AverageSum->at(0, 0), 4.0);
+    EXPECT_EQ(m_state.trials.average.AverageCount, 2);
+    EXPECT_EQ(m_state.trials.average.AverageSum->at(0, 0), 4.0);
 
     collect(m_state, trialOf({{7, 7, 7}, {8, 8, 8}}), 500);
     m_state.settings.sampling.Rate = 1000; // changed again after the trial: its own settings count
     answer(m_folder / "c.lmb");
     ASSERT_TRUE(m_commands.mnuSave_Click());
-    EXPECT_EQ(m_state.trials.AverageCount, 1);
-    EXPECT_EQ(m_state.trials.AverageSum->at(0, 0), 7.0);
-    EXPECT_EQ(m_state.trials.AverageSettings.Rate, 500);
+    EXPECT_EQ(m_state.trials.average.AverageCount, 1);
+    EXPECT_EQ(m_state.trials.average.AverageSum->at(0, 0), 7.0);
+    EXPECT_EQ(m_state.trials.average.AverageSettings.Rate, 500);
 }
 
 TEST_F(SaveCommandsTest, AFullAverageIsToldAfterTheTrialIsSaved) {
     answer(m_folder / "a.lmb");
     ASSERT_TRUE(m_commands.mnuSave_Click());
-    m_state.trials.AverageCount = std::numeric_limits<std::int16_t>::max();
+    m_state.trials.average.AverageCount = std::numeric_limits<std::int16_t>::max();
     collect(m_state, trialOf({{1, 1, 1}, {1, 1, 1}}));
     answer(m_folder / "b.lmb");
     EXPECT_TRUE(m_commands.mnuSave_Click());
     EXPECT_TRUE(fs::exists(m_folder / "b.lmb"));
-    EXPECT_FALSE(m_state.flags.TrialNotSaved);
-    EXPECT_FALSE(m_state.trials.AddedToAverage);
-    EXPECT_EQ(m_state.trials.AverageCount, std::numeric_limits<std::int16_t>::max());
+    EXPECT_FALSE(m_state.TrialNotSaved());
+    EXPECT_FALSE(m_state.trials.CurrentTrial->AddedToAverage);
+    EXPECT_EQ(m_state.trials.average.AverageCount, std::numeric_limits<std::int16_t>::max());
     ASSERT_EQ(m_messages.shown.size(), 1U);
     EXPECT_THAT(m_messages.shown[0].text, HasSubstr("32767"));
 }
@@ -264,8 +264,8 @@ TEST_F(SaveCommandsTest, UnaskedAutosaveTakesTheTrialsNameInTheDataDirectory) {
     EXPECT_EQ(m_state.paths.LastFile, path.string());
     EXPECT_EQ(m_state.paths.DataDir, (m_folder / "data").string());
     EXPECT_EQ(m_state.TrialName, "Trial0001");
-    EXPECT_EQ(m_state.trials.AverageCount, 1);
-    EXPECT_FALSE(m_state.flags.TrialNotSaved);
+    EXPECT_EQ(m_state.trials.average.AverageCount, 1);
+    EXPECT_FALSE(m_state.TrialNotSaved());
     EXPECT_EQ(m_view.log.back(), "status Saved as " + path.string()) << "after the menus, which write a text too";
 }
 
@@ -276,7 +276,7 @@ TEST_F(SaveCommandsTest, UnaskedAutosaveNeverReplacesAFile) {
     EXPECT_TRUE(m_commands.autosave());
     EXPECT_EQ(bytesOf(old), "old");
     EXPECT_EQ(m_state.TrialName, "Trial0001 (2)");
-    EXPECT_EQ(m_state.LastSavedName, "Trial0001 (2).lmb");
+    EXPECT_EQ(m_state.trials.CurrentTrial->savedName, "Trial0001 (2).lmb");
 
     m_state.TrialName = "Trial0001";
     EXPECT_TRUE(m_commands.autosave());

@@ -73,10 +73,10 @@ class StimulusFileTest : public testing::Test {
 
 TEST_F(StimulusFileTest, HoldsSettingsAndDataByteForByte) {
     collect(m_state, trialOf({{1, 2, 3}, {4, 5, 6}}));
-    m_state.trials.CurrentSettings.Duration = 2.0F;
+    m_state.trials.CurrentTrial->sampling.Duration = 2.0F;
     ASSERT_TRUE(WritePlv(m_folder / "t.plv", m_state));
     EXPECT_EQ(bytesOf(m_folder / "t.plv"), plv(grid<double>(0x2005, {{1, 2, 3}, {4, 5, 6}})));
-    EXPECT_FALSE(m_state.flags.Unsaved);
+    EXPECT_FALSE(m_state.Unsaved());
 }
 
 TEST_F(StimulusFileTest, OpenedTrialsAreFloatsAndOneChannelIsOneDimension) {
@@ -149,13 +149,13 @@ TEST_F(StimulusFileTest, AnExportedTrialCountsAsSavedAndEntersTheAverageOnce) {
     EXPECT_EQ(asked.filter, "Pulvo Files (*.plv)|*.plv|All Files (*.*)|*.*");
     EXPECT_EQ(asked.initialName, "Trial0001.plv");
     EXPECT_EQ(asked.folder, m_folder.path());
-    EXPECT_FALSE(m_state.flags.TrialNotSaved);
-    EXPECT_FALSE(m_state.flags.Unsaved);
-    EXPECT_EQ(m_state.trials.AverageCount, 1);
+    EXPECT_FALSE(m_state.TrialNotSaved());
+    EXPECT_FALSE(m_state.Unsaved());
+    EXPECT_EQ(m_state.trials.average.AverageCount, 1);
     EXPECT_EQ(m_state.paths.LastFile, (m_folder / "a.plv").string());
     EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pending", "pending", "pointer", "menus", "caption", "redraw"));
     m_commands.mnuPulvo_Click();
-    EXPECT_EQ(m_state.trials.AverageCount, 1);
+    EXPECT_EQ(m_state.trials.average.AverageCount, 1);
 }
 
 TEST_F(StimulusFileTest, AFailedExportIsTold) {
@@ -165,8 +165,8 @@ TEST_F(StimulusFileTest, AFailedExportIsTold) {
     ASSERT_EQ(m_messages.shown.size(), 1U);
     EXPECT_THAT(m_messages.shown[0].text, testing::StartsWith("Error saving /proc/t.plv"));
     EXPECT_EQ(m_messages.shown[0].icon, MessageIcon::Exclamation);
-    EXPECT_TRUE(m_state.flags.TrialNotSaved);
-    EXPECT_EQ(m_state.trials.AverageCount, 0);
+    EXPECT_TRUE(m_state.TrialNotSaved());
+    EXPECT_EQ(m_state.trials.average.AverageCount, 0);
 }
 
 TEST_F(StimulusFileTest, AnImportedTrialIsTheCurrentOneInThousandths) {
@@ -178,14 +178,14 @@ TEST_F(StimulusFileTest, AnImportedTrialIsTheCurrentOneInThousandths) {
     EXPECT_EQ(asked.filter, "All Files (*.*)|*.*|Pulvo Files (*.plv)|*.plv");
     EXPECT_EQ(asked.filterIndex, 1);
     EXPECT_EQ(m_state.TrialName, "Trial1");
-    EXPECT_EQ(m_state.LastSavedName, "Trial1.plv");
+    EXPECT_EQ(m_state.trials.CurrentTrial->savedName, "Trial1.plv");
     EXPECT_EQ(m_state.paths.DataDir, (m_folder.path() / "").string()) << "with its separator";
-    EXPECT_EQ(m_state.trials.CurrentTrial->at(1, 2), 6);
+    EXPECT_EQ(m_state.trials.CurrentTrial->samples->at(1, 2), 6);
     EXPECT_EQ(m_state.settings.sampling.Rate, 1000);
     EXPECT_EQ(m_state.settings.setup.StartDelay, 9) << "only the sampling settings are in the file";
-    EXPECT_TRUE(m_state.flags.DataPresent);
-    EXPECT_FALSE(m_state.flags.Unsaved);
-    EXPECT_FALSE(m_state.flags.TrialNotSaved);
+    EXPECT_TRUE(m_state.DataPresent());
+    EXPECT_FALSE(m_state.Unsaved());
+    EXPECT_FALSE(m_state.TrialNotSaved());
     EXPECT_FALSE(m_state.settings.setup.DisplayInVolts);
     EXPECT_FALSE(m_state.settings.setup.DisplayInSeconds);
     EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pending", "pending", "pointer", "units", "menus",

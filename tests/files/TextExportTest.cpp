@@ -37,9 +37,9 @@ class TextExportTest : public testing::Test {
 
 TEST_F(TextExportTest, ATabFileOfTwoChannels) {
     collect(m_state, trialOf({{0.5, -1.5, 2.25}, {1e-5, -4e-6, 9.999995}}));
-    m_state.trials.CurrentSettings.Repeat = 3;
-    m_state.trials.CurrentSettings.Duration = 2.0F;
-    m_state.flags.TrialNotSaved = true;
+    m_state.trials.CurrentTrial->sampling.Repeat = 3;
+    m_state.trials.CurrentTrial->sampling.Duration = 2.0F;
+    m_state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
     EXPECT_EQ(tab(), "Tavex2 data acquisition file\r\n" + m_path.string() +
                          "\r\n"
                          "Rate=\t 1000.00\tDuration= \t    6.000\r\n"
@@ -49,7 +49,7 @@ TEST_F(TextExportTest, ATabFileOfTwoChannels) {
                          "0.001000\t-1.50000\t0.00000\t\r\n"
                          "0.002000\t2.25000\t" +
                          fixedDecimal(9.999995, 5) + "\t\r\n");
-    EXPECT_FALSE(m_state.flags.TrialNotSaved);
+    EXPECT_FALSE(m_state.TrialNotSaved());
 }
 
 TEST_F(TextExportTest, ATabFileOfOneChannelHasNoTabAtTheEndOfARow) {
@@ -66,7 +66,7 @@ TEST_F(TextExportTest, ATabFileOfOneChannelHasNoTabAtTheEndOfARow) {
 TEST_F(TextExportTest, AnLmaFileOfTwoChannels) {
     collect(m_state, trialOf({{0.5, -1.5}, {12345.67891, -0.00004}}));
     m_state.TrialName = "Arm0001";
-    m_state.trials.CurrentSettings.Duration = 2.0F;
+    m_state.trials.CurrentTrial->sampling.Duration = 2.0F;
     EXPECT_EQ(lma(), "* Arm0001.lma\r\n"
                      "* Arm0001.lma\r\n"
                      "* Tavex2 data acquisition file\r\n"
@@ -121,17 +121,17 @@ TEST_F(TextExportTest, AFailureOrACancelLeavesTheOldFileAndTheState) {
     ASSERT_FALSE(cancelled);
     EXPECT_EQ(cancelled.error().kind, ErrorKind::Cancelled);
     EXPECT_EQ(bytesOf(m_path), "old");
-    EXPECT_TRUE(m_state.flags.TrialNotSaved);
+    EXPECT_TRUE(m_state.TrialNotSaved());
     EXPECT_FALSE(WriteLma(m_folder / "missing" / "t.lma", m_state));
     EXPECT_FALSE(WriteTab("/proc/t.tab", m_state));
-    EXPECT_TRUE(m_state.flags.TrialNotSaved);
+    EXPECT_TRUE(m_state.TrialNotSaved());
 }
 
 /// Makes trials the overlays, and what they were taken with the current settings.
 void overlay(ProgramState& state, const std::vector<TrialData>& trials) {
     collect(state, trials.front());
-    state.settings.sampling = state.trials.CurrentSettings;
-    state.overlays.OverlaySettings = state.trials.CurrentSettings;
+    state.settings.sampling = state.trials.CurrentTrial->sampling;
+    state.overlays.OverlaySettings = state.trials.CurrentTrial->sampling;
     state.overlays.OverlayCount = static_cast<std::int16_t>(trials.size());
     std::ranges::copy(trials, state.overlays.OverlayData.begin());
 }

@@ -84,7 +84,7 @@ TEST_F(WriteLmbTest, RefusesToSaveWithoutATrial) {
 
 TEST_F(WriteLmbTest, RefusesATrialWithoutARate) {
     collect(m_state, ramp(1, 3));
-    m_state.trials.CurrentSettings.Rate = 0;
+    m_state.trials.CurrentTrial->sampling.Rate = 0;
     EXPECT_THAT(WriteLmb(m_path, m_state, someTime).error().text, HasSubstr("rate"));
     EXPECT_EQ(filesInFolder(), 0U);
 }
@@ -146,7 +146,7 @@ TEST_F(WriteLmbTest, TakesShapeAndRateFromTheTrialAndNotFromTheSettings) {
     m_state.settings.sampling.Duration = 60.0F;
     m_state.settings.sampling.NumChannels = 8;
     m_state.settings.sampling.NumSamples = 1000000;
-    m_state.trials.CurrentSettings.NumChannels = 9;
+    m_state.trials.CurrentTrial->sampling.NumChannels = 9;
     ASSERT_TRUE(WriteLmb(m_path, m_state, someTime));
     const LmbFile file = readLmbFile(m_path).value();
     EXPECT_EQ(file.header.NumChannels, 2);
@@ -164,8 +164,8 @@ TEST_F(WriteLmbTest, LeavesTheWrittenHeaderInMemoryAndClearsUnsaved) {
     EXPECT_EQ(m_state.header.Labels[1].trimmed(), "Channel 00");
     EXPECT_EQ(m_state.header.Labels[2].trimmed(), "Force");
     EXPECT_TRUE(m_state.header.Labels[3].neverSet());
-    EXPECT_FALSE(m_state.flags.Unsaved);
-    EXPECT_TRUE(m_state.flags.TrialNotSaved) << "the commands clear it";
+    EXPECT_FALSE(m_state.Unsaved());
+    EXPECT_TRUE(m_state.TrialNotSaved()) << "the commands clear it";
 }
 
 TEST_F(WriteLmbTest, ChangesNothingWhenItFails) {
@@ -174,7 +174,7 @@ TEST_F(WriteLmbTest, ChangesNothingWhenItFails) {
     const auto written = WriteLmb(m_folder.path() / "none" / "out.lmb", m_state, someTime);
     ASSERT_FALSE(written);
     EXPECT_EQ(written.error().kind, ErrorKind::NotFound);
-    EXPECT_TRUE(m_state.flags.Unsaved);
+    EXPECT_TRUE(m_state.Unsaved());
     EXPECT_EQ(m_state.header, before);
 }
 
@@ -188,14 +188,14 @@ TEST_F(WriteLmbTest, TellsHowFarItIsAndCanBeCancelled) {
     EXPECT_THAT(reported,
                 ElementsAre(std::pair(250, 1000), std::pair(500, 1000), std::pair(750, 1000), std::pair(1000, 1000)));
 
-    m_state.flags.Unsaved = true;
+    m_state.changeCurrent([](Trial& trial) { trial.Unsaved = true; });
     const std::string old = bytesOf(m_path);
     const auto cancelled = WriteLmb(m_path, m_state, {}, {IfExists::Replace, [](int done, int) { return done < 500; }});
     ASSERT_FALSE(cancelled);
     EXPECT_EQ(cancelled.error().kind, ErrorKind::Cancelled);
     EXPECT_EQ(bytesOf(m_path), old);
     EXPECT_EQ(filesInFolder(), 1U);
-    EXPECT_TRUE(m_state.flags.Unsaved);
+    EXPECT_TRUE(m_state.Unsaved());
 }
 
 TEST_F(WriteLmbTest, WritesTheTrialItStartedWithEvenIfAnotherOneArrives) {

@@ -39,23 +39,40 @@ class FakeClock final : public MillisecondClock {
     std::chrono::nanoseconds m_now{0};
 };
 
-/// Runs what was posted when the logic asks for it, then `whilePending`.
+/// Keeps what was posted and what waits for its time until the test runs it.
 class FakeEvents final : public EventLoop {
   public:
-    std::function<void()> whilePending;
+    explicit FakeEvents(MillisecondClock& clock) : m_clock(clock) {}
 
     void post(std::function<void()> event) override { m_queue.push_back(std::move(event)); }
-    void processPending() override {
-        while (!m_queue.empty()) {
-            const auto event = std::move(m_queue.front());
-            m_queue.pop_front();
-            event();
+    void after(std::chrono::milliseconds time, std::function<void()> event) override {
+        m_timed.emplace_back(m_clock.milliseconds() + time.count(), std::move(event));
+    }
+
+    /// Lets this much time pass, millisecond by millisecond, and runs what is due.
+    void pass(int milliseconds) {
+        for (int i = 0; i < milliseconds; ++i) {
+            m_clock.waitForNextMillisecond();
+            for (auto due = m_timed.begin(); due != m_timed.end();) {
+                if (due->first > m_clock.milliseconds()) {
+                    ++due;
+                    continue;
+                }
+                m_queue.push_back(std::move(due->second));
+                due = m_timed.erase(due);
+            }
+            while (!m_queue.empty()) {
+                const auto event = std::move(m_queue.front());
+                m_queue.pop_front();
+                event();
+            }
         }
-        if (whilePending) whilePending();
     }
 
   private:
+    MillisecondClock& m_clock;
     std::deque<std::function<void()>> m_queue;
+    std::vector<std::pair<std::int64_t, std::function<void()>>> m_timed;
 };
 
 /// Gives the prepared answers in turn, then OK; `whileOpen` runs while a message is shown.
@@ -155,37 +172,25 @@ class FakeAnalogInput final : public CWAI {
     bool m_running = false;
 };
 
-/// Records what a run shows.
+/// Records what a run asks a view for.
 class FakeRunView final : public RunView {
   public:
     Log log;
-    std::string status;
-    bool busy = false;
-    bool stopEnabled = false;
-    bool waiting = false;
-    std::optional<AnalogProgress> progress;
+    std::function<void()> whileRefreshing;
+    std::function<void()> whilePainting;
     std::function<void()> whileCommenting;
     double realTimeWindowSeconds = 0;
     double realTimeIntervalSeconds = 0;
     std::vector<TrialData> realTimeBlocks;
 
-    void setStatusText(const std::string& text) override {
-        status = text;
-        log.push_back("status " + text);
+    void refresh() override {
+        log.emplace_back("refresh");
+        if (whileRefreshing) whileRefreshing();
     }
-    void setBusyPointer(bool on) override {
-        busy = on;
-        log.push_back(on ? "hourglass" : "pointer");
+    void paintNow() override {
+        log.emplace_back("paint");
+        if (whilePainting) whilePainting();
     }
-    void setStopEnabled(bool on) override {
-        stopEnabled = on;
-        log.push_back(on ? "stop on" : "stop off");
-    }
-    void setWaitingShown(bool on) override {
-        waiting = on;
-        log.push_back(on ? "waiting shown" : "waiting hidden");
-    }
-    void showProgress(const std::optional<AnalogProgress>& value) override { progress = value; }
     void beginRealTime(double windowSeconds) override {
         log.emplace_back("real time begins");
         realTimeWindowSeconds = windowSeconds;
@@ -196,35 +201,29 @@ class FakeRunView final : public RunView {
     }
     void endRealTime() override { log.emplace_back("real time ends"); }
     void RedrawTrials() override { log.emplace_back("RedrawTrials"); }
-    void UpdateMenus() override { log.emplace_back("UpdateMenus"); }
-    void UpdateCaption() override { log.emplace_back("UpdateCaption"); }
     void editComments() override {
         log.emplace_back("comments");
         if (whileCommenting) whileCommenting();
     }
 };
 
-/// Records what a file command shows.
+/// Records what a file command asks a view for.
 class FakeFileView final : public FileView {
   public:
     Log log;
-    std::string status;
     bool goesOn = true;
+    std::function<void()> whileRefreshing;
 
-    void setBusyPointer(bool busy) override { log.emplace_back(busy ? "hourglass" : "pointer"); }
+    void refresh() override {
+        log.emplace_back("refresh");
+        if (whileRefreshing) whileRefreshing();
+    }
     bool fileProgress(int, int) override {
         log.emplace_back("pending");
         return goesOn;
     }
-    void UpdateMenus() override { log.emplace_back("menus"); }
-    void setCaption(const std::string& text) override { log.push_back("caption " + text); }
     void followDisplaySettings() override { log.emplace_back("units"); }
-    void UpdateCaption() override { log.emplace_back("caption"); }
     void RedrawTrials() override { log.emplace_back("redraw"); }
-    void setStatusText(const std::string& text) override {
-        status = text;
-        log.push_back("status " + text);
-    }
 };
 
 class FakeSink final : public TrialSink {

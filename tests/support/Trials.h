@@ -28,17 +28,30 @@ inline TrialData trialOf(const std::vector<std::vector<double>>& volts, ElementT
     return std::make_shared<const TrialArray>(std::move(array));
 }
 
-/// Puts a freshly collected trial into the state, as the run controller leaves it.
-inline void collect(ProgramState& state, TrialData trial, std::int32_t rateHz = 1000) {
-    SamplingSettings& taken = state.trials.CurrentSettings;
+/// A freshly collected trial of these samples, as the run controller makes it.
+inline std::shared_ptr<Trial> collectedTrial(const ProgramState& state, TrialData samples, std::int32_t rateHz = 1000,
+                                             const std::string& name = "Trial0001") {
+    auto trial = std::make_shared<Trial>();
+    trial->name = name;
+    trial->number = state.settings.setup.TrialNumber;
+    trial->header = state.header;
+    trial->infoA = state.infoA;
+    trial->infoB = state.infoB;
+    trial->comments = state.comments;
+    SamplingSettings& taken = trial->sampling;
     taken = state.settings.sampling;
     taken.Rate = rateHz;
-    taken.NumChannels = static_cast<std::int16_t>(trial->channels());
-    taken.NumSamples = static_cast<std::int32_t>(trial->samples());
+    taken.NumChannels = static_cast<std::int16_t>(samples->channels());
+    taken.NumSamples = static_cast<std::int32_t>(samples->samples());
     taken.Duration = static_cast<float>(taken.NumSamples - 1) / static_cast<float>(rateHz);
-    state.trials.CurrentTrial = std::move(trial);
-    state.trials.AddedToAverage = false;
-    state.flags.Unsaved = state.flags.TrialNotSaved = state.flags.DataPresent = true;
+    trial->samples = std::move(samples);
+    return trial;
+}
+
+/// Puts such a trial into the state.
+inline void collect(ProgramState& state, TrialData samples, std::int32_t rateHz = 1000,
+                    const std::string& name = "Trial0001") {
+    state.trials.CurrentTrial = collectedTrial(state, std::move(samples), rateHz, name);
 }
 
 } // namespace tavex2::test

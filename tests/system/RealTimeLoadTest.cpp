@@ -105,7 +105,7 @@ TEST(RealTimeLoadTest, ASlowWindowNeverHoldsTheBoardUpAndSeesTheNewestScans) {
     }
     EXPECT_EQ(blocks.back().samples->samples(), 100001) << "the window is one trial long";
     EXPECT_GT(newest, board.scansRead - 50000) << "what is shown is what is now";
-    EXPECT_FALSE(state.flags.DataPresent);
+    EXPECT_FALSE(state.DataPresent());
 }
 
 } // namespace

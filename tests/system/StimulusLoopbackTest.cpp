@@ -49,8 +49,8 @@ class StimulusLoopback {
         EXPECT_TRUE(m_messages.shown.empty());
         std::array<Pulse, 3> pulses;
         for (int line = 0; line < 3; ++line)
-            for (std::int64_t i = 0; i < state.trials.CurrentTrial->samples(); ++i)
-                if (state.trials.CurrentTrial->at(line, i) > 2.5) {
+            for (std::int64_t i = 0; i < state.trials.CurrentTrial->samples->samples(); ++i)
+                if (state.trials.CurrentTrial->samples->at(line, i) > 2.5) {
                     Pulse& pulse = pulses[static_cast<std::size_t>(line)];
                     if (pulse.riseMs < 0) pulse.riseMs = 0.1 * static_cast<double>(i);
                     pulse.lengthMs += 0.1;

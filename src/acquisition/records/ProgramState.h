@@ -2,26 +2,29 @@
 
 #include "acquisition/records/AcqSettings.h"
 #include "acquisition/records/LmbHeader.h"
+#include "acquisition/records/RunStatus.h"
 #include "acquisition/records/TrialBuffers.h"
 
-#include <filesystem>
+#include <array>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tavex2 {
 
-/// The main window's state flags.
+/// What the user has switched on in the menus and not among the settings.
 struct StateFlags {
-    bool Unsaved = false;        ///< the current trial is not yet saved; drives the caption's suffix
-    bool TrialNotSaved = false;  ///< drives the question at exit
-    bool DataPresent = false;    ///< a trial exists; enables the data commands
-    bool RealTimeMode = false;   ///< the real-time view owns the analog-input control
-    bool DebugMode = false;      ///< no A/D hardware is driven
+    bool DebugMode = false;      ///< collections drive no A/D hardware
     bool TriggerEnabled = false; ///< triggering was chosen at the last confirmation of the setup
     bool LegendShown = false;
+    bool legendClosed = false; ///< by its own close box, which leaves LegendShown as it was
     bool ShowLastTrial = true;
     bool ShowAveragedTrials = true;
-    bool AddedToOverlays = false; ///< the current trial is already among the overlays
+    /// The setup's OK puts SaveOffsets on the mark of "Reset before collection starts" and PauseToReset on that of
+    /// "Start Maximized"; the marks stay so until those items are chosen the next time.
+    std::optional<bool> resetMark;
+    std::optional<bool> maximizedMark;
 };
 
 /// The paths and programs that persist from one start to the next.
@@ -40,9 +43,16 @@ struct PersistedPaths {
 /// Up to 16 trials of one shape, laid over each other.
 struct OverlaySet {
     std::int16_t OverlayCount = 0;
-    std::array<TrialData, 16> OverlayData;
-    std::array<std::string, 16> OverlayNames;
+    std::array<TrialPtr, 16> OverlayData;
     SamplingSettings OverlaySettings; ///< how the first overlay was taken; later ones must be compatible
+};
+
+/// What a command threw away and can bring back.
+struct Cleared {
+    std::optional<TrialAverage> average;
+    std::optional<OverlaySet> overlays;
+
+    bool empty() const { return !average && !overlays; }
 };
 
 /// Everything that the whole program shares. Made once in main and handed on by reference.
@@ -50,23 +60,54 @@ struct ProgramState {
     AcqSettings settings;
     TrialBuffers trials;
     StateFlags flags;
+    RunStatus run;
     PersistedPaths paths;
-    std::string TrialName;     ///< the current trial's name, stem of every output file name
-    std::string LastSavedName; ///< name under which the current trial was last saved; empty when it was not
     std::string LastTabExport; ///< path of the last tab-delimited export; empty until one is made
     std::string DataFile;      ///< the file last opened, or last written as a table
+    // What the next trial will carry: the labels and units of its channels, its comments, and what the sibling program
+    // keeps in a file.
     LmbHeader header;
     LmbInfoA infoA{};
     LmbInfoB infoB{};
     TrialComments comments{};
     OverlaySet overlays;
+    Cleared cleared;                    ///< what Undo brings back
     bool autosaveWithoutAsking = false; ///< autosave writes into the data directory and shows no dialog
+    std::string nameWithoutTrial;       ///< the name that a setup file gave before there was a trial
+    std::string notice;                 ///< what the user was told last; stands beside what a run says
+    std::string fileWork;               ///< the work on a file that is going on, as "Saving x.lmb ..."; else empty
+
+    /// The current trial's name, stem of every output file name.
+    const std::string& TrialName() const {
+        return trials.CurrentTrial ? trials.CurrentTrial->name : nameWithoutTrial;
+    }
+    /// A trial was collected or opened; enables the data commands. It may hold no samples (see hasCurrentTrial).
+    bool DataPresent() const { return trials.CurrentTrial != nullptr; }
+    bool Unsaved() const { return trials.CurrentTrial && trials.CurrentTrial->Unsaved; }
+    bool TrialNotSaved() const { return trials.CurrentTrial && trials.CurrentTrial->TrialNotSaved; }
+    /// The real-time view owns the analog-input control.
+    bool RealTimeMode() const { return run.phase == RunPhase::RealTime; }
+
+    /// Puts a trial over the same samples in the current one's place, also where that is the last trial too. There is a
+    /// current trial.
+    template <class Change>
+    void changeCurrent(Change&& change) {
+        const bool alsoLast = trials.LastTrial == trials.CurrentTrial;
+        trials.CurrentTrial = changed(trials.CurrentTrial, std::forward<Change>(change));
+        if (alsoLast) trials.LastTrial = trials.CurrentTrial;
+    }
+    /// Renames the current trial, or gives the name that stands where there is none.
+    void rename(const std::string& name) {
+        if (trials.CurrentTrial)
+            changeCurrent([&](Trial& trial) { trial.name = name; });
+        else
+            nameWithoutTrial = name;
+    }
 };
 
-/// Whether the current-trial buffer really holds samples that a command can use. DataPresent alone may be True without
-/// any (after a collection in debug mode).
+/// Whether the current trial really holds samples that a command can use. A collection in debug mode leaves one without.
 inline bool hasCurrentTrial(const ProgramState& state) {
-    return state.trials.CurrentTrial && !state.trials.CurrentTrial->empty();
+    return state.trials.CurrentTrial && state.trials.CurrentTrial->hasSamples();
 }
 
 } // namespace tavex2

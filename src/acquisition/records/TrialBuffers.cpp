@@ -29,30 +29,32 @@ Result<TrialArray> transformed(const TrialArray& trial, Combine combine) {
 
 } // namespace
 
-Result<void> AddTrialToAverage(TrialBuffers& buffers, const TrialData& trial, const SamplingSettings& settings) {
-    const bool continues = buffers.AverageCount > 0 && SettingsCompatible(settings, buffers.AverageSettings) &&
-                           sameShape(*trial, *buffers.AverageSum);
-    if (continues && buffers.AverageCount == std::numeric_limits<std::int16_t>::max())
+Result<void> AddTrialToAverage(TrialAverage& average, const Trial& trial) {
+    const bool continues = average.AverageCount > 0 && SettingsCompatible(trial.sampling, average.AverageSettings) &&
+                           sameShape(*trial.samples, *average.AverageSum);
+    if (continues && average.AverageCount == std::numeric_limits<std::int16_t>::max())
         return Error{ErrorKind::InvalidValue,
                      "The average already holds 32767 trials and cannot take another. Use Clear Average to start a new "
                      "one."};
 
-    const TrialArray* sum = continues ? buffers.AverageSum.get() : nullptr;
+    const TrialArray* sum = continues ? average.AverageSum.get() : nullptr;
     Result<TrialArray> next =
-        sum != nullptr ? transformed(*trial, [sum](int channel, std::size_t i,
-                                                   double volts) { return sum->doubles(channel)[i] + volts; })
-                       : transformed(*trial, [](int, std::size_t, double volts) { return volts; });
+        sum != nullptr
+            ? transformed(*trial.samples,
+                          [sum](int channel, std::size_t i, double volts) { return sum->doubles(channel)[i] + volts; })
+            : transformed(*trial.samples, [](int, std::size_t, double volts) { return volts; });
     if (!next) return next.error();
 
-    buffers.AverageSum = std::make_shared<const TrialArray>(std::move(next).value());
-    buffers.AverageCount = static_cast<std::int16_t>(continues ? buffers.AverageCount + 1 : 1);
-    if (!continues) buffers.AverageSettings = settings;
+    average.AverageSum = std::make_shared<const TrialArray>(std::move(next).value());
+    average.AverageCount = static_cast<std::int16_t>(continues ? average.AverageCount + 1 : 1);
+    if (continues) return {};
+    average.AverageSettings = trial.sampling;
+    average.first = trial.name;
     return {};
 }
 
-void ClearAverage(TrialBuffers& buffers) {
-    buffers.AverageCount = 0;
-    buffers.AverageSum.reset();
+void ClearAverage(TrialAverage& average) {
+    average = {.AverageSum = nullptr, .AverageCount = 0, .AverageSettings = average.AverageSettings, .first = {}};
 }
 
 } // namespace tavex2

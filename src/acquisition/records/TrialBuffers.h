@@ -1,37 +1,35 @@
 #pragma once
 
-#include "acquisition/records/AcqSettings.h"
-#include "base/TrialArray.h"
+#include "acquisition/records/Trial.h"
+#include "base/Result.h"
 
 #include <cstdint>
-#include <memory>
+#include <string>
 
 namespace tavex2 {
 
-/// A trial as the program holds it: never changed once it has arrived, so the buffers share it instead of copying it.
-using TrialData = std::shared_ptr<const TrialArray>;
-
-/// The current, last and averaged trial.
-///
-/// Each trial keeps the sampling settings under which it was taken (with the channel and sample counts of its own
-/// array), so settings that the user changes afterwards can neither mislabel it nor make anyone read past its end.
-struct TrialBuffers {
-    TrialData CurrentTrial;           ///< empty until the first trial
-    SamplingSettings CurrentSettings; ///< how CurrentTrial was taken
-    TrialData LastTrial;              ///< what CurrentTrial was when the last collection started
-    SamplingSettings LastSettings;    ///< how LastTrial was taken
-    TrialData AverageSum;             ///< element-wise sum (float64) of the trials in the average; empty when none
+/// The running average of saved trials.
+struct TrialAverage {
+    TrialData AverageSum;             ///< element-wise sum (float64) of its trials; empty when there are none
     std::int16_t AverageCount = 0;    ///< trials in AverageSum
-    SamplingSettings AverageSettings; ///< how the first trial of the average was taken
-    bool AddedToAverage = false;      ///< CurrentTrial is already part of the average
+    SamplingSettings AverageSettings; ///< how its first trial was taken
+    std::string first;                ///< name of its first trial
+
+    bool empty() const { return AverageCount == 0 || !AverageSum; }
 };
 
-/// Adds `trial`, taken with `settings`, to the average; an incompatible trial (or one of another shape) starts a new
-/// average with itself. Errors: InvalidValue when the average already holds 32767 trials, OutOfMemory; nothing has
-/// changed then.
-Result<void> AddTrialToAverage(TrialBuffers& buffers, const TrialData& trial, const SamplingSettings& settings);
+/// The current, last and averaged trial.
+struct TrialBuffers {
+    TrialPtr CurrentTrial; ///< empty until the first trial
+    TrialPtr LastTrial;    ///< what CurrentTrial was when the last collection started
+    TrialAverage average;
+};
+
+/// Adds a trial to the average; an incompatible trial (or one of another shape) starts a new average with itself.
+/// Errors: InvalidValue when the average already holds 32767 trials, OutOfMemory; nothing has changed then.
+Result<void> AddTrialToAverage(TrialAverage& average, const Trial& trial);
 
 /// Empties the average.
-void ClearAverage(TrialBuffers& buffers);
+void ClearAverage(TrialAverage& average);
 
 } // namespace tavex2

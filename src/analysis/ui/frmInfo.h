@@ -21,10 +21,8 @@ class frmInfo final : public MeasuringForm {
 
   private:
     // What is measured stays the same while the window is open, whatever arrives meanwhile.
-    const TrialData m_trial;
+    const TrialPtr m_trial;
     const double m_rateHz;
-    const std::string m_trialName;
-    const LmbHeader m_header;
     const bool m_autoScaling;
     ChannelMeasures m_measures;
 };

@@ -25,7 +25,7 @@ QIcon swatch(int position) {
 
 frmOverlay::frmOverlay(const ProgramState& state, const CWGraph& mainGraph, QWidget* mainWindow)
     : MeasuringForm(QStringLiteral("frmOverlay"), tr("Overlays"), mainWindow), m_overlays(state.overlays),
-      m_header(state.header), m_average(new QCheckBox(tr("Average"), this)) {
+      m_header(state.overlays.OverlayData.front()->header), m_average(new QCheckBox(tr("Average"), this)) {
     m_average->setObjectName(QStringLiteral("chkAverage"));
     m_average->setToolTip(tr("Show and measure the average of the overlaid trials"));
     connect(m_average, &QCheckBox::toggled, this, [this] { chkAverage_Click(); });
@@ -48,7 +48,7 @@ void frmOverlay::addNames() {
     names->setIconSize(QSize(24, 12));
     for (int k = 0; k < m_overlays.OverlayCount; ++k)
         names->addItem(new QListWidgetItem(
-            swatch(k), QString::fromStdString(m_overlays.OverlayNames[static_cast<std::size_t>(k)])));
+            swatch(k), QString::fromStdString(m_overlays.OverlayData[static_cast<std::size_t>(k)]->name)));
     names->setFixedWidth(names->sizeHintForColumn(0) + 2 * names->frameWidth() + 8);
     middle().addWidget(names);
 }
@@ -80,7 +80,7 @@ Result<void> frmOverlay::appendLines(int channel, std::vector<ReadingsLine>& lin
     for (int row = 0; row < pyramid->channels(); ++row) {
         const ChannelMeasures measures(pyramid, row, rateHz());
         lines.push_back(lineOf(averaged() ? "Average of " + std::to_string(m_overlays.OverlayCount)
-                                          : m_overlays.OverlayNames[static_cast<std::size_t>(row)],
+                                          : m_overlays.OverlayData[static_cast<std::size_t>(row)]->name,
                                channel, m_header,
                                MeasureBetweenCursors(measures, cursors().sample(0), cursors().sample(1))));
     }

@@ -9,8 +9,8 @@
 #include "app/SettingsArguments.h"
 #include "app/StartUp.h"
 #include "app/cli/ConsoleRun.h"
+#include "app/cli/PlotCommand.h"
 #include "base/PathText.h"
-#include "base/Windows1252.h"
 #include "files/FileIO.h"
 #include "files/FreeName.h"
 #include "files/LmbLayout.h"
@@ -80,9 +80,10 @@ class SavingSink final : public TrialSink {
     void save() {
         if (!problems.empty()) return; // one reason is enough, and later trials would meet it too
         Json files = Json::array();
-        const SamplingSettings& taken = m_state.trials.CurrentSettings;
+        const Trial& trial = *m_state.trials.CurrentTrial;
+        const SamplingSettings& taken = trial.sampling;
         for (const std::string& format : m_formats) {
-            const Result<fs::path> written = write(format);
+            const Result<fs::path> written = write(format, trial);
             if (!written) {
                 problems.push_back(oneLine(written.error().text));
                 return;
@@ -91,23 +92,26 @@ class SavingSink final : public TrialSink {
             text += pathText(written.value()) + ": " + std::to_string(taken.NumChannels) + " channels x " +
                     std::to_string(taken.NumSamples) + " samples at " + std::to_string(taken.Rate) + " Hz\n";
         }
-        m_state.flags.TrialNotSaved = false;
-        trials.push_back({{"TrialName", m_state.TrialName},
+        trials.push_back({{"TrialName", trial.name},
                           {"File", files.front()},
                           {"NumChannels", taken.NumChannels},
                           {"NumSamples", taken.NumSamples},
                           {"Rate", taken.Rate},
                           {"Duration", taken.Duration}});
         if (files.size() > 1) trials.back()["Files"] = files;
+        m_state.changeCurrent([](Trial& saved) { saved.Unsaved = saved.TrialNotSaved = false; });
     }
 
   private:
-    Result<fs::path> write(const std::string& format) {
-        if (format == "lmb") return WriteLmbToFreeName(m_folder, m_state, localTimeNow());
-        return writeToFreeName(m_folder, m_state.TrialName, "." + format, [&](const fs::path& path) {
-            if (format == "tab") return WriteTab(path, m_state, {IfExists::Refuse, {}});
-            if (format == "lma") return WriteLma(path, m_state, {IfExists::Refuse, {}});
-            return WritePlv(path, m_state); // the name was free just now
+    Result<fs::path> write(const std::string& format, const Trial& trial) {
+        if (format == "lmb") {
+            const auto written = WriteLmbToFreeName(m_folder, trial, lmbTitle(trial.number, localTimeNow()));
+            return written ? Result<fs::path>(written.value().path) : written.error();
+        }
+        return writeToFreeName(m_folder, trial.name, "." + format, [&](const fs::path& path) {
+            if (format == "tab") return WriteTab(path, trial, {IfExists::Refuse, {}});
+            if (format == "lma") return WriteLma(path, trial, {IfExists::Refuse, {}});
+            return WritePlv(path, trial); // the name was free just now
         });
     }
 
@@ -169,11 +173,9 @@ Result<void> prepareSettings(ProgramState& state, const std::vector<std::string>
 }
 
 /// Runs one collection to its end, or until the user interrupts the program.
-void collectOne(RunController& run, QueueEventLoop& events, VirtualClock& fastClock) {
+void collectOne(RunController& run, QueueEventLoop& events) {
     constexpr std::chrono::milliseconds betweenLooks{100};
-    fastClock.setFreeRunning(false); // the stimuli are timed by the run, then time is free to run
     run.Collect();
-    fastClock.setFreeRunning(true);
     while (!events.runUntil([&run] { return !run.busy(); }, betweenLooks))
         if (interrupted) run.Stop();
 }
@@ -215,18 +217,6 @@ class RunTone {
     std::chrono::milliseconds m_longest{0};
 };
 
-/// Picture of the last trial.
-Result<void> drawLast(const ProgramState& state, const fs::path& path, const CommandLineServices& services) {
-    TrialPicture picture;
-    picture.trial = state.trials.CurrentTrial;
-    picture.rateHz = state.trials.CurrentSettings.Rate;
-    picture.title = state.TrialName;
-    picture.path = path;
-    for (int channel = 1; channel <= picture.trial->channels(); ++channel)
-        picture.labels.push_back(utf8FromWindows1252(state.header.Labels[static_cast<std::size_t>(channel)].trimmed()));
-    return services.drawPicture(picture);
-}
-
 } // namespace
 
 int collectTrials(const CollectRequest& request, const CommandLineServices& services) {
@@ -247,12 +237,13 @@ int collectTrials(const CollectRequest& request, const CommandLineServices& serv
 
     SteadyClock steadyClock;
     VirtualClock virtualClock;
+    virtualClock.setFreeRunning(true);
     MillisecondClock& clock = request.fast ? static_cast<MillisecondClock&>(virtualClock) : steadyClock;
     const Result<OpenBoards> boards = openBoards(request.board, services.store, clock);
     if (!boards) return fail(boards.error().text);
     SetupOptions& setup = state.settings.setup;
     setup.Device = boards.value().device.value_or(setup.Device);
-    QueueEventLoop events;
+    QueueEventLoop events(clock);
     AnalogInput input(boards.value().list, events);
     DigitalOutput digitalOutput(input);
     input.selectDevice(setup.Device);
@@ -278,15 +269,16 @@ int collectTrials(const CollectRequest& request, const CommandLineServices& serv
     const InterruptGuard guard;
     std::vector<std::string> problems;
     for (int trial = 0; trial < request.trials && problems.empty(); ++trial) {
-        collectOne(run, events, virtualClock);
+        collectOne(run, events);
         problems = messages.takeProblems();
         if (interrupted) problems.emplace_back("Interrupted; the trial that was being taken is lost.");
         // A board that failed leaves the part of a trial that had arrived.
-        if (state.flags.TrialNotSaved && hasCurrentTrial(state)) sink.save();
+        if (state.TrialNotSaved() && hasCurrentTrial(state)) sink.save();
         problems.insert(problems.end(), sink.problems.begin(), sink.problems.end());
     }
+    const TrialPtr& last = state.trials.CurrentTrial;
     if (problems.empty() && request.plot)
-        if (const auto drawn = drawLast(state, *request.plot, services); !drawn) problems.push_back(drawn.error().text);
+        if (const auto drawn = services.drawPicture(pictureOf(*last, last->name, *request.plot)); !drawn) problems.push_back(drawn.error().text);
 
     if (request.json)
         services.out << Json{{"Board", input.deviceDescription()}, {"Trials", sink.trials}}.dump(

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "acquisition/records/TrialBuffers.h"
+#include "acquisition/records/Trial.h"
 #include "base/Result.h"
 #include "platform/SettingsStore.h"
 #include "platform/SoundOutput.h"

@@ -27,17 +27,12 @@ class ConsoleMessages final : public Messages {
 /// A run that nobody watches.
 class SilentRunView final : public RunView {
   public:
-    void setStatusText(const std::string&) override {}
-    void setBusyPointer(bool) override {}
-    void setStopEnabled(bool) override {}
-    void setWaitingShown(bool) override {}
-    void showProgress(const std::optional<AnalogProgress>&) override {}
+    void refresh() override {}
+    void paintNow() override {}
     void beginRealTime(double) override {}
     void showRealTime(const TrialData&, double) override {}
     void endRealTime() override {}
     void RedrawTrials() override {}
-    void UpdateMenus() override {}
-    void UpdateCaption() override {}
     void editComments() override {}
 };
 

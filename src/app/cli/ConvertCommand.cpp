@@ -9,14 +9,28 @@
 
 namespace tavex2 {
 
+namespace {
+
+/// A converted trial keeps its own number and time.
+std::string titleOf(const Trial& trial) {
+    const std::string title = trial.header.Title.trimmed();
+    return title.empty() ? lmbTitle(trial.number, localTimeNow()) : title;
+}
+
+} // namespace
+
 Result<void> convertFile(const ConvertRequest& request) {
-    ProgramState state;
-    if (auto read = readTrialFile(request.from, state); !read) return read;
+    const Result<TrialPtr> read = readTrialFile(request.from);
+    if (!read) return read.error();
+    const Trial& trial = *read.value();
     const std::string kind = extensionOf(request.to);
-    if (kind == ".lmb") return WriteLmb(request.to, state, localTimeNow());
-    if (kind == ".tab") return WriteTab(request.to, state);
-    if (kind == ".lma") return WriteLma(request.to, state);
-    if (kind == ".plv") return WritePlv(request.to, state);
+    if (kind == ".lmb") {
+        const auto written = WriteLmb(request.to, trial, titleOf(trial));
+        return written ? Result<void>() : written.error();
+    }
+    if (kind == ".tab") return WriteTab(request.to, trial);
+    if (kind == ".lma") return WriteLma(request.to, trial);
+    if (kind == ".plv") return WritePlv(request.to, trial);
     return Error{ErrorKind::InvalidValue,
                  "\"" + pathText(request.to) + "\" does not end in .lmb, .tab, .lma or .plv. Choose one of these."};
 }

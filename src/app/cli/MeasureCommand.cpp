@@ -34,10 +34,10 @@ Result<Stretch> stretchOf(const MeasureRequest& request, double rateHz, std::int
 } // namespace
 
 Result<void> measureFile(const MeasureRequest& request, std::ostream& out) {
-    ProgramState state;
-    if (auto read = readTrialFile(request.file, state); !read) return read;
-    const TrialData& trial = state.trials.CurrentTrial;
-    const double rateHz = state.trials.CurrentSettings.Rate;
+    const Result<TrialPtr> read = readTrialFile(request.file);
+    if (!read) return read.error();
+    const TrialData& trial = read.value()->samples;
+    const double rateHz = read.value()->sampling.Rate;
     if (request.channel < 0 || request.channel >= trial->channels())
         return Error{ErrorKind::InvalidValue, "There is no channel " + std::to_string(request.channel) +
                                                   ". The trial has " + std::to_string(trial->channels()) +
@@ -66,7 +66,7 @@ Result<void> measureFile(const MeasureRequest& request, std::ostream& out) {
         out << json.dump(2) << '\n';
     } else {
         out << readingsTable(
-            {readingsLine(pathText(request.file.stem()), state.header, request.channel, textsOf(from, to, readings))});
+            {readingsLine(read.value()->name, read.value()->header, request.channel, textsOf(from, to, readings))});
     }
     return {};
 }

@@ -15,14 +15,16 @@ Result<void> overlayFiles(const OverlayRequest& request) {
     if (extensionOf(table) != ".lma")
         return Error{ErrorKind::InvalidValue,
                      "\"" + pathText(table) + "\" does not end in .lma. Name the table to write last."};
-    ProgramState state;
+    OverlaySet overlays;
+    TrialPtr last;
     for (const std::filesystem::path& file : std::span(request.files).first(request.files.size() - 1)) {
-        if (auto read = readTrialFile(file, state); !read) return read;
-        const auto added =
-            AddOverlay(state.overlays, state.TrialName, state.trials.CurrentSettings, state.trials.CurrentTrial);
-        if (!added) return Error{added.error().kind, pathText(file) + ": " + added.error().text};
+        const Result<TrialPtr> read = readTrialFile(file);
+        if (!read) return read.error();
+        last = read.value();
+        if (const auto added = AddOverlay(overlays, last); !added)
+            return Error{added.error().kind, pathText(file) + ": " + added.error().text};
     }
-    return WriteOverlayLma(table, state);
+    return WriteOverlayLma(table, overlays, last->sampling, last->name);
 }
 
 } // namespace tavex2

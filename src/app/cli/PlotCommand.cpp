@@ -1,21 +1,26 @@
 #include "app/cli/PlotCommand.h"
 
 #include "app/cli/TrialFile.h"
+#include "base/PathText.h"
 #include "base/Windows1252.h"
 
 namespace tavex2 {
 
-Result<void> plotFile(const PlotRequest& request, const std::function<Result<void>(const TrialPicture&)>& drawPicture) {
-    ProgramState state;
-    if (auto read = readTrialFile(request.file, state); !read) return read;
-
+TrialPicture pictureOf(const Trial& trial, const std::string& title, const std::filesystem::path& path) {
     TrialPicture picture;
-    picture.trial = state.trials.CurrentTrial;
+    picture.trial = trial.samples;
     for (int channel = 0; channel < picture.trial->channels(); ++channel)
-        picture.labels.push_back(utf8FromWindows1252(labelOf(state.header, channel)));
-    picture.rateHz = state.trials.CurrentSettings.Rate;
-    picture.title = request.file.filename().string();
-    picture.path = request.picture;
+        picture.labels.push_back(utf8FromWindows1252(labelOf(trial.header, channel)));
+    picture.rateHz = trial.sampling.Rate;
+    picture.title = title;
+    picture.path = path;
+    return picture;
+}
+
+Result<void> plotFile(const PlotRequest& request, const std::function<Result<void>(const TrialPicture&)>& drawPicture) {
+    const Result<TrialPtr> read = readTrialFile(request.file);
+    if (!read) return read.error();
+    TrialPicture picture = pictureOf(*read.value(), pathText(request.file.filename()), request.picture);
     picture.widthPixels = request.widthPixels;
     picture.heightPixels = request.heightPixels;
     return drawPicture(picture);

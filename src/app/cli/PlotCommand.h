@@ -14,6 +14,9 @@ struct PlotRequest {
     int heightPixels = 600;
 };
 
+/// The picture of a trial, in the usual size.
+TrialPicture pictureOf(const Trial& trial, const std::string& title, const std::filesystem::path& path);
+
 /// Draws a trial file into a picture.
 Result<void> plotFile(const PlotRequest& request, const std::function<Result<void>(const TrialPicture&)>& drawPicture);
 

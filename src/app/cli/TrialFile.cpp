@@ -2,25 +2,23 @@
 
 #include "base/FileNames.h"
 #include "files/Import.h"
-#include "files/OpenCommands.h"
-#include "files/StimulusCommands.h"
+#include "files/ReplaceTrial.h"
 #include "files/StimulusFile.h"
 
 #include <utility>
 
 namespace tavex2 {
 
-Result<void> readTrialFile(const std::filesystem::path& path, ProgramState& state) {
+Result<TrialPtr> readTrialFile(const std::filesystem::path& path) {
+    const std::filesystem::path file = wholePath(path);
     if (extensionOf(path) == ".plv") {
         Result<StimulusFile> read = readPlvFile(path);
         if (!read) return read.error();
-        enterImportedTrial(state, std::move(read).value(), path);
-        return {};
+        return TrialPtr(trialOf(std::move(read).value(), file));
     }
     Result<LmbFile> read = readLmbFile(path);
     if (!read) return read.error();
-    enterOpenedTrial(state, std::move(read).value(), path);
-    return {};
+    return TrialPtr(trialOf(std::move(read).value(), file, SamplingSettings{}));
 }
 
 } // namespace tavex2

@@ -1,14 +1,13 @@
 #pragma once
 
-#include "acquisition/records/ProgramState.h"
+#include "acquisition/records/Trial.h"
 #include "base/Result.h"
 
 #include <filesystem>
 
 namespace tavex2 {
 
-/// Makes the trial of a binary trial file or, by its extension, a stimulus file (.plv) the current one of `state`, as
-/// opening it in the window does. The errors are those of the readers.
-Result<void> readTrialFile(const std::filesystem::path& path, ProgramState& state);
+/// The trial of a binary trial file or, by its extension, a stimulus file (.plv). The errors are those of the readers.
+Result<TrialPtr> readTrialFile(const std::filesystem::path& path);
 
 } // namespace tavex2

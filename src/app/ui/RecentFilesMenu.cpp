@@ -22,7 +22,6 @@ void RecentFilesMenu::list() {
         QAction* action = m_menu.addAction(QStringLiteral("&%1  %2").arg(++number).arg(name));
         action->setObjectName(QStringLiteral("mnuRecent_%1").arg(number - 1));
         action->setToolTip(QDir::toNativeSeparators(file));
-        action->setStatusTip(action->toolTip());
         connect(action, &QAction::triggered, this, [this, file] { Q_EMIT chosen(file); });
     }
     m_menu.setEnabled(!m_files.empty());

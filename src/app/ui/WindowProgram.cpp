@@ -96,7 +96,8 @@ struct WindowProgram::Parts {
     HelpWindow helpWindow;
     HelpCommands help{helpFolder(programFolder()), helpWindow, messages};
     HelpKeys helpKeys{help};
-    OverlayCommands overlays{state, messages, [this] { window.UpdateMenus(); }};
+    TrialSetCommands trialSets{state, messages,
+                               {.refresh = [this] { window.refresh(); }, .RedrawTrials = [this] { window.RedrawTrials(); }}};
     AutosaveSink sink{save, exports};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
     RunController run{state,
@@ -171,7 +172,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
          .open = parts.open,
          .save = parts.save,
          .exports = parts.exports,
-         .overlays = parts.overlays,
+         .trialSets = parts.trialSets,
          .stimulusFiles = parts.stimulusFiles,
          .setup = parts.setup,
          .setupServices = {.analogInput = parts.analogInput,
@@ -191,7 +192,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
                  return prepareExit(parts.state, parts.messages, parts.store,
                                     [&parts] { return parts.save.mnuSave_Click(); });
              }});
-    parts.window.showStartUp(parts.startUpResult.spreadsheetItem);
+    parts.window.showStartUp();
     return std::unique_ptr<WindowProgram>(new WindowProgram(std::move(made)));
 }
 
@@ -201,10 +202,10 @@ void WindowProgram::show() {
     else
         m_parts->window.show();
     if (m_parts->firstStart && m_parts->boards.find(1)->description().spec.starts_with("simulator"))
-        m_parts->window.setStatusText(
-            "The simulated board is in use; its number in the setup (Ctrl+E) chooses another.");
+        m_parts->state.notice = "The simulated board is in use; its number in the setup (Ctrl+E) chooses another.";
+    m_parts->window.refresh();
     // When the events run, so that the dialog opens over the window.
-    if (m_parts->file) QTimer::singleShot(0, &m_parts->window, [this] { m_parts->window.openFile(*m_parts->file); });
+    if (m_parts->file) QTimer::singleShot(0, &m_parts->window, [this] { m_parts->window.openFiles({*m_parts->file}); });
 }
 
 frmMain& WindowProgram::window() {

@@ -5,12 +5,11 @@
 #include "analysis/ui/frmInfo.h"
 #include "analysis/ui/frmLabels.h"
 #include "analysis/ui/frmOverlay.h"
-#include "app/MenuState.h"
 #include "app/ui/FileWork.h"
 #include "app/ui/RecentFilesMenu.h"
 #include "app/ui/frmWaiting.h"
+#include "base/FileNames.h"
 #include "base/PathText.h"
-#include "base/PlainText.h"
 #include "display/ui/GraphsPanel.h"
 #include "display/ui/frmLegend.h"
 #include "display/ui/frmScale.h"
@@ -29,12 +28,14 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QTimer>
 #include <QToolButton>
 
 #include <algorithm>
-#include <array>
+#include <optional>
+#include <utility>
 
 /// The icons lie in this library, which a linker takes nothing from without being asked. Outside any namespace, as the
 /// toolkit wants it.
@@ -73,9 +74,6 @@ frmMain::frmMain(ProgramState& state)
     useIcons();
     m_ui->setupUi(this);
     QApplication::setWindowIcon(windowIcon()); // also of the dialogs and the help
-    m_spreadsheets = {m_ui->mnuSpreadsheet_0, m_ui->mnuSpreadsheet_1, m_ui->mnuSpreadsheet_2};
-    m_options = {m_ui->mnuOption_0, m_ui->mnuOption_1, m_ui->mnuOption_2, m_ui->mnuOption_3,
-                 m_ui->mnuOption_4, m_ui->mnuOption_5, m_ui->mnuOption_6};
     setCentralWidget(m_graphs);
     setAcceptDrops(true);
     m_graphs->setFocus();                                         // no graph looks chosen before the user chose one
@@ -85,9 +83,10 @@ frmMain::frmMain(ProgramState& state)
 }
 
 frmMain::~frmMain() {
-    setBusyPointer(false);
+    showBusyPointer(false);
 }
 
+/// All panels are permanent, so that no passing text of the toolkit's hides one.
 void frmMain::addStatusPanels() {
     m_statusPanel = panel<ElidedLabel>(this, "StatusPanel1", tr("Status"));
     m_pointerPanel = panel<QLabel>(this, "PointerPanel", tr("Value under the pointer"));
@@ -99,13 +98,12 @@ void frmMain::addStatusPanels() {
     cancel->setObjectName(QStringLiteral("cmdCancelFile"));
     cancel->setToolTip(tr("End the work on the file (Esc); no half file is left"));
     m_fileWork = new FileWork(*m_progress, *cancel, this);
-    m_ui->StatusBar->addWidget(m_statusPanel, 1);
+    m_ui->StatusBar->addPermanentWidget(m_statusPanel, 1);
     for (QWidget* each : {static_cast<QWidget*>(m_pointerPanel), static_cast<QWidget*>(m_progress),
                           static_cast<QWidget*>(cancel), static_cast<QWidget*>(m_devicePanel)})
         m_ui->StatusBar->addPermanentWidget(each);
     connect(m_graphs, &GraphsPanel::readoutChanged, m_pointerPanel, &QLabel::setText);
-    connect(m_graphs, &GraphsPanel::failed, this,
-            [this](const QString& reason) { setStatusText(reason.toStdString()); });
+    connect(m_graphs, &GraphsPanel::failed, this, [this](const QString& reason) { tell(reason.toStdString()); });
 }
 
 /// Names for screen readers, and the key texts of the tool bar as the names of its buttons.
@@ -121,174 +119,222 @@ void frmMain::describeForAssistance() {
     m_ui->mnuBar->setAccessibleName(tr("Menus"));
 }
 
-// Commands ------------------------------------------------------------------------------------------------------------
+// Binding -------------------------------------------------------------------------------------------------------------
 
 void frmMain::connectCommands(MainCommands commands) {
     m_commands = std::make_unique<MainCommands>(std::move(commands));
     m_graphs->offerPictures(m_commands->dialogs, m_commands->messages);
-    connectFileAndDataCommands();
-    connectViewCommands();
-    connectOptions();
-    connectOutsidePrograms();
-    connectHelp();
+    bindActions();
+    bindCommands();
+    bindFileCommands();
+    bindViewCommands();
+    bindOutsideCommands();
 }
 
-void frmMain::on(std::initializer_list<QAction*> actions, const std::function<void()>& command) {
-    for (QAction* action : actions)
-        connect(action, &QAction::triggered, this, command);
+/// Every menu item and button runs its command. A key that is held down counts once.
+void frmMain::bindActions() {
+    for (const CommandRule& rule : commandRules()) {
+        const QString names = QString::fromLatin1(rule.actions.data(), static_cast<qsizetype>(rule.actions.size()));
+        for (const QString& name : names.split(QLatin1Char(' '))) {
+            auto* action = findChild<QAction*>(name);
+            Q_ASSERT(action != nullptr);
+            action->setAutoRepeat(false);
+            m_actions[static_cast<std::size_t>(rule.command)].push_back(action);
+            connect(action, &QAction::triggered, this, [this, command = rule.command] { run(command); });
+        }
+    }
 }
 
-void frmMain::connectFileAndDataCommands() {
+void frmMain::bind(Command command, std::function<void()> handler) {
+    m_handlers[static_cast<std::size_t>(command)] = std::move(handler);
+}
+
+void frmMain::bindCommands() {
+    using enum Command;
     RunController& run = m_commands->run;
-    SaveCommands& save = m_commands->save;
-    on({m_ui->mnuOpenLumidor2, m_ui->tbOpen},
-       [this] { openWith([this] { m_commands->open.mnuOpenLumidor2_Click(); }); });
-    StimulusCommands& stimulusFiles = m_commands->stimulusFiles;
-    on({m_ui->mnuOpen}, [this, &stimulusFiles] { openWith([&] { stimulusFiles.mnuOpen_Click(); }); });
-    on({m_ui->mnuPulvo}, [this, &stimulusFiles] { saveWith([&] { stimulusFiles.mnuPulvo_Click(); }); });
-    on({m_ui->mnuSave, m_ui->tbSave}, [this, &save] { saveWith([&save] { save.mnuSave_Click(); }); });
-    on({m_ui->mnuSaveAs, m_ui->tbSaveAs}, [this, &save] { saveWith([&save] { save.mnuSaveAs_Click(); }); });
-    ExportCommands& exports = m_commands->exports;
-    on({m_ui->mnuTab}, [this, &exports] { saveWith([&exports] { exports.mnuTab_Click(); }); });
-    on({m_ui->mnuLumidor}, [this, &exports] { saveWith([&exports] { exports.mnuLumidor_Click(); }); });
+    bind(Command::Collect, [&run] { run.Collect(); });
+    bind(RealTime, [&run] { run.mnuRealTime_Click(); });
+    bind(Stop, [&run] { run.Stop(); });
+    connect(m_waiting, &frmWaiting::stopRequested, this, [this] { this->run(Command::Stop); });
+    bind(Information, [this] { mnuInfo_Click(); });
+    TrialSetCommands& sets = m_commands->trialSets;
+    bind(Command::AddOverlay, [&sets] { sets.mnuOverlay_Click(); });
+    bind(ViewOverlay, [this] { frmOverlay(m_state, m_graphs->cwG(), this).exec(); });
+    bind(ClearOverlay, [&sets] { sets.mnuClear_Click(); });
+    bind(Command::ClearAverage, [&sets] { sets.mnuClearAverage_Click(); });
+    bind(Undo, [&sets] { sets.mnuUndo_Click(); });
+    bind(EditComments, [this] { editComments(); });
+    bind(EditSetup, [this] { mnuProperties_Click(); });
+    bind(EditLabels, [this] { mnuLabels_Click(); });
+    constexpr std::array options{Autosave, DebugMode, ResetBefore, StartMaximized, SaveOffsets, LoadSetup, SaveSetup};
+    for (std::size_t index = 0; index < options.size(); ++index)
+        bind(options[index], [this, index] { m_commands->setup.mnuOption_Click(static_cast<int>(index)); });
+    bind(AutosaveWithoutAsking, [this] { m_state.autosaveWithoutAsking = !m_state.autosaveWithoutAsking; });
+}
+
+void frmMain::bindFileCommands() {
+    using enum Command;
+    bind(OpenTrial, [this] { m_commands->open.mnuOpenLumidor2_Click(); });
+    bind(ImportStimulus, [this] { m_commands->stimulusFiles.mnuOpen_Click(); });
+    bind(SaveTrial, [this] { m_commands->save.mnuSave_Click(); });
+    bind(SaveTrialAs, [this] { m_commands->save.mnuSaveAs_Click(); });
+    bind(ExportTab, [this] { m_commands->exports.mnuTab_Click(); });
+    bind(ExportLumidor, [this] { m_commands->exports.mnuLumidor_Click(); });
+    bind(ExportStimulus, [this] { m_commands->stimulusFiles.mnuPulvo_Click(); });
+    bind(ExportOverlay, [this] { m_commands->exports.mnuLumidorO_Click(); });
+    bind(Exit, [this] { close(); });
     auto* recent = new RecentFilesMenu(*m_ui->mnuFile, *m_ui->mnuRecent, m_state.paths.RecentFiles, this);
     connect(recent, &RecentFilesMenu::chosen, this, &frmMain::openRecent);
-    on({m_ui->mnuExit}, [this] { mnuExit_Click(); });
-
-    on({m_ui->mnuAcquire, m_ui->tbCollect}, [&run] { run.Collect(); });
-    on({m_ui->mnuRealTime, m_ui->tbRealtime}, [&run] { run.mnuRealTime_Click(); });
-    on({m_ui->tbStop}, [&run] { run.Stop(); });
-    on({m_ui->mnuClearAverage}, [&run] { run.mnuClearAverage_Click(); });
-    OverlayCommands& overlays = m_commands->overlays;
-    on({m_ui->mnuOverlay}, [&overlays] { overlays.mnuOverlay_Click(); });
-    on({m_ui->mnuClear}, [&overlays] { overlays.mnuClear_Click(); });
-    on({m_ui->mnuViewOverlay}, [this] { mnuViewOverlay_Click(); });
-    on({m_ui->mnuLumidorO}, [this, &exports] { saveWith([&exports] { exports.mnuLumidorO_Click(); }); });
-    on({m_ui->mnuInfo, m_ui->tbInformation}, [this] { mnuInfo_Click(); });
-    connect(m_waiting, &frmWaiting::stopRequested, this, [&run] { run.Stop(); });
 }
 
-void frmMain::connectViewCommands() {
-    on({m_ui->mnuLastTrial}, [this] { mnuLastTrial_Click(); });
-    on({m_ui->mnuAveragedTrials}, [this] { mnuAveragedTrials_Click(); });
-    on({m_ui->mnuLegend, m_ui->tbLegend}, [this] { mnuLegend_Click(); });
-    connect(m_legend, &frmLegend::Form_Unload, this, &frmMain::frmLegend_Unload);
-
-    connect(m_ui->mnuView, &QMenu::aboutToShow, this,
-            [this] { m_ui->mnuDigital->setEnabled(menuState(m_state).digital); });
-
-    on({m_ui->mnuScale}, [this] { mnuScale_Click(); });
-    on({m_ui->mnuResetScale}, [this] { mnuResetScale_Click(); });
-    on({m_ui->mnuMouseZooms}, [this] { m_graphs->zoom(&ZoomCommands::mnuMouseZooms_Click); });
-    on({m_ui->mnuMousePans}, [this] { m_graphs->zoom(&ZoomCommands::mnuMousePans_Click); });
-    on({m_ui->mnuZooms}, [this] { m_graphs->zoom(&ZoomCommands::mnuZooms_Click); });
-    on({m_ui->tbZoom}, [this] { m_graphs->zoom(&ZoomCommands::tbZoom_Click); });
-    on({m_ui->tbPan}, [this] { m_graphs->zoom(&ZoomCommands::tbPan_Click); });
-    on({m_ui->tbReset}, [this] { tbReset_Click(); });
-    connect(m_graphs, &GraphsPanel::zoomStateChanged, this, &frmMain::showZoomState);
-}
-
-void frmMain::connectOptions() {
-    on({m_ui->mnuEdit_0}, [this] { editComments(); });
-    on({m_ui->mnuEdit_2}, [this] {
-        frmLabels(m_state, this).exec();
-        m_legend->showNames(m_state.header);
+void frmMain::bindViewCommands() {
+    using enum Command;
+    const auto toggle = [this](bool& shown) {
+        shown = !shown;
+        m_graphs->Form_Resize();
+    };
+    bind(ShowLastTrial, [this, toggle] { toggle(m_state.flags.ShowLastTrial); });
+    bind(ShowAverage, [this, toggle] { toggle(m_state.flags.ShowAveragedTrials); });
+    bind(ShowLegend, [this] { mnuLegend_Click(); });
+    connect(m_legend, &frmLegend::Form_Unload, this, [this] {
+        m_state.flags.legendClosed = true;
+        refresh();
     });
-    on({m_ui->mnuEdit_1, m_ui->tbConfigure}, [this] { mnuProperties_Click(); });
-    for (std::size_t index = 0; index < m_options.size(); ++index)
-        on({m_options[index]}, [this, index] { mnuOption_Click(static_cast<int>(index)); });
-    on({m_ui->mnuAutosaveWithoutAsking},
-       [this] { m_state.autosaveWithoutAsking = m_ui->mnuAutosaveWithoutAsking->isChecked(); });
+    bind(Scale, [this] { mnuScale_Click(); });
+    bind(ResetScale, [this] { m_graphs->zoom([this](ZoomCommands&) { return m_graphs->mnuResetScale_Click(); }); });
+    bind(MouseZooms, [this] { m_graphs->zoom(&ZoomCommands::mnuMouseZooms_Click); });
+    bind(MousePans, [this] { m_graphs->zoom(&ZoomCommands::mnuMousePans_Click); });
+    bind(ZoomArea, [this] { m_graphs->zoom(&ZoomCommands::mnuZooms_Click); });
+    bind(ButtonZoom, [this] { m_graphs->zoom(&ZoomCommands::tbZoom_Click); });
+    bind(ButtonPan, [this] { m_graphs->zoom(&ZoomCommands::tbPan_Click); });
+    bind(ButtonReset, [this] { tbReset_Click(); });
+    connect(m_graphs, &GraphsPanel::zoomStateChanged, this, &frmMain::refresh);
 }
 
-void frmMain::connectOutsidePrograms() {
+void frmMain::bindOutsideCommands() {
+    using enum Command;
     OutsidePrograms& programs = m_commands->programs;
-    const std::array analyse{m_ui->mnuProgram_0, m_ui->mnuProgram_1, m_ui->mnuProgram_2};
-    for (std::size_t index = 0; index < analyse.size(); ++index)
-        on({analyse[index]}, [&programs, index] { programs.mnuProgram_Click(static_cast<int>(index)); });
-    on({m_ui->tbLumidor2}, [&programs] { programs.mnuProgram_Click(0); });
-    connect(m_ui->mnuAnalyse, &QMenu::aboutToShow, this,
-            [this, &programs] { m_ui->mnuProgram_0->setEnabled(programs.siblingFound()); });
-    for (std::size_t index = 0; index < m_spreadsheets.size(); ++index)
-        on({m_spreadsheets[index]}, [this, &programs, index] {
-            programs.mnuSpreadsheet_Click(static_cast<int>(index));
-            checkSpreadsheet(spreadsheetItem(m_state.paths.SpreadsheetProgram));
-        });
-    on({m_ui->mnuDigital}, [&programs] { programs.mnuDigital_Click(); });
-    on({m_ui->mnuExplorer}, [&programs] { programs.mnuExplorer_Click(); });
-    on({m_ui->mnuNotepad}, [&programs] { programs.mnuNotepad_Click(); });
-}
+    constexpr std::array analyse{StartSibling, StartQuattro, StartExcel};
+    constexpr std::array spreadsheets{SpreadsheetExcel, SpreadsheetQuattro, SpreadsheetOther};
+    for (std::size_t index = 0; index < analyse.size(); ++index) {
+        bind(analyse[index], [&programs, index] { programs.mnuProgram_Click(static_cast<int>(index)); });
+        bind(spreadsheets[index], [&programs, index] { programs.mnuSpreadsheet_Click(static_cast<int>(index)); });
+    }
+    bind(ButtonSibling, [&programs] { programs.mnuProgram_Click(0); });
+    connect(m_ui->mnuAnalyse, &QMenu::aboutToShow, this, [this, &programs] {
+        m_siblingFound = programs.siblingFound();
+        refresh();
+    });
+    bind(ShowDigitally, [&programs] { programs.mnuDigital_Click(); });
+    bind(OpenExplorer, [&programs] { programs.mnuExplorer_Click(); });
+    bind(OpenNotepad, [&programs] { programs.mnuNotepad_Click(); });
 
-void frmMain::connectHelp() {
     HelpCommands& help = m_commands->help;
-    on({m_ui->mnuContents, m_ui->tbHelp}, [&help] { help.mnuContents_Click(); });
-    on({m_ui->mnuSearch}, [&help] { help.mnuSearch_Click(); });
-    on({m_ui->mnuAbout_0}, [this] { frmAbout(m_commands->aboutServices, this).exec(); });
-    AboutCommands& about = m_commands->about;
-    const std::array others{m_ui->mnuAbout_1, m_ui->mnuAbout_2, m_ui->mnuAbout_3, m_ui->mnuAbout_4};
+    bind(HelpContents, [&help] { help.mnuContents_Click(); });
+    bind(HelpSearch, [&help] { help.mnuSearch_Click(); });
+    bind(About, [this] { frmAbout(m_commands->aboutServices, this).exec(); });
+    constexpr std::array others{AboutHelp, AboutUpdate, AboutWebsite, AboutHardware};
     for (std::size_t item = 0; item < others.size(); ++item)
-        on({others[item]}, [&about, item] { about.mnuAbout_Click(static_cast<int>(item) + 1); });
+        bind(others[item], [this, item] { m_commands->about.mnuAbout_Click(static_cast<int>(item) + 1); });
 }
 
-/// Exactly the chosen program carries the mark.
-void frmMain::checkSpreadsheet(int item) {
-    for (std::size_t index = 0; index < m_spreadsheets.size(); ++index)
-        m_spreadsheets[index]->setChecked(static_cast<int>(index) == item);
+// Running -------------------------------------------------------------------------------------------------------------
+
+void frmMain::run(Command command) {
+    runGuarded(ruleOf(command), m_handlers[static_cast<std::size_t>(command)]);
+    refresh(); // also where it was refused: an item that was chosen has turned its own mark
 }
 
-void frmMain::showStartUp(int spreadsheetItem) {
-    const SetupOptions& setup = m_state.settings.setup;
-    m_ui->mnuOption_0->setChecked(setup.Autosave);
-    m_ui->mnuOption_3->setChecked(setup.StartMaximized);
-    m_ui->mnuAutosaveWithoutAsking->setChecked(m_state.autosaveWithoutAsking);
-    checkSpreadsheet(spreadsheetItem);
-    m_ui->mnuLastTrial->setChecked(m_state.flags.ShowLastTrial);
-    m_ui->mnuAveragedTrials->setChecked(m_state.flags.ShowAveragedTrials);
+/// The one gate of all commands. False when the command was refused.
+bool frmMain::runGuarded(const CommandRule& rule, const std::function<void()>& handler) {
+    RunController& run = m_commands->run;
+    const bool handingOn = run.busy() && !collecting(m_state.run.phase);
+    if (!mayRun(rule, handingOn ? RunPhase::Acquiring : m_state.run.phase)) {
+        tell(std::string(rule.refusal));
+        return false;
+    }
+    if (rule.letsEventsRun && m_gateShut) {
+        tell("Finish the command that is open first.");
+        return false;
+    }
+    if (rule.duringRun == DuringRun::WhileIdle && m_state.RealTimeMode()) run.Stop();
+    const QScopedValueRollback gate(m_gateShut, m_gateShut || rule.letsEventsRun);
+    std::optional<RunController::Hold> hold;
+    if (rule.duringRun == DuringRun::Holds || rule.duringRun == DuringRun::WhileIdle) hold.emplace(run);
+    handler();
+    return true;
+}
+
+void frmMain::tell(const std::string& notice) {
+    m_state.notice = notice;
+    refresh();
+}
+
+// Showing -------------------------------------------------------------------------------------------------------------
+
+void frmMain::showStartUp() {
     setMinimumSize(size()); // as it is before it is maximised
-    showZoomState();
     RedrawTrials();
-    UpdateMenus();
+    refresh();
 }
 
-// What the logic shows ------------------------------------------------------------------------------------------------
-
-void frmMain::setStatusText(const std::string& text) {
-    m_statusPanel->showText(QString::fromStdString(text));
+void frmMain::refresh() {
+    if (!m_commands) return;
+    const ViewState view = viewState(m_state, {.zoom = m_graphs->zoomState(),
+                                               .device = m_commands->deviceDescription(),
+                                               .siblingFound = m_siblingFound});
+    UpdateMenus(view);
+    UpdateCaption(view);
+    showStatus(view);
+    showBusyPointer(view.busyPointer);
+    m_waiting->setVisible(view.waitingShown);
+    m_legend->setVisible(view.legendShown);
+    m_graphs->showTexts(QString::fromStdString(view.currentHint), QString::fromStdString(view.averageTip));
+    if (m_state.fileWork.empty()) m_fileWork->end();
 }
 
-void frmMain::setBusyPointer(bool busy) {
-    if (!busy) m_fileWork->end();
-    if (busy == m_busyPointer) return;
-    m_busyPointer = busy;
+void frmMain::UpdateMenus(const ViewState& view) {
+    for (std::size_t command = 0; command < commandCount; ++command) {
+        const CommandLook& look = view.commands[command];
+        for (QAction* action : m_actions[command]) {
+            action->setEnabled(look.enabled);
+            if (look.checked) action->setChecked(*look.checked);
+        }
+    }
+    m_ui->mnuExport->setEnabled(view.exportMenu);
+    m_ui->mnuExportOverlay->setEnabled(view.exportOverlayMenu);
+}
+
+void frmMain::UpdateCaption(const ViewState& view) {
+    setWindowTitle(QString::fromStdString(view.caption));
+}
+
+void frmMain::showStatus(const ViewState& view) {
+    m_statusPanel->showText(QString::fromStdString(view.status));
+    m_devicePanel->setText(QString::fromStdString(view.device));
+    if (m_fileWork->active()) return; // the bar is the work's
+    m_progress->setVisible(view.progress.has_value());
+    if (!view.progress) return;
+    constexpr int steps = 1000;
+    m_progress->setRange(0, view.progress->known ? steps : 0); // without a range it moves and does not say how far
+    if (!view.progress->known) return;
+    m_progress->setValue(static_cast<int>(steps * view.progress->share));
+    m_progress->setFormat(
+        tr("%1 of %2 s").arg(view.progress->seconds, 0, 'f', 1).arg(view.progress->ofSeconds, 0, 'f', 1));
+}
+
+void frmMain::showBusyPointer(bool busy) {
+    if (busy == std::exchange(m_busyPointer, busy)) return;
     if (busy)
         QApplication::setOverrideCursor(Qt::WaitCursor);
     else
         QApplication::restoreOverrideCursor();
 }
 
-void frmMain::setStopEnabled(bool enabled) {
-    m_ui->tbStop->setEnabled(enabled);
-}
-
-void frmMain::setWaitingShown(bool shown) {
-    m_waiting->setVisible(shown);
-}
-
-void frmMain::showProgress(const std::optional<AnalogProgress>& progress) {
-    m_progress->setVisible(progress.has_value());
-    if (!progress) return;
-    if (progress->waitingForTrigger) {
-        m_progress->setRange(0, 0); // moves without saying how far
-        return;
-    }
-    const double rateHz = m_state.settings.sampling.Rate;
-    constexpr int steps = 1000;
-    m_progress->setRange(0, steps);
-    m_progress->setValue(
-        static_cast<int>(steps * progress->scansInBlock / std::max<std::int64_t>(progress->blockScans, 1)));
-    m_progress->setFormat(tr("%1 of %2 s")
-                              .arg(static_cast<double>(progress->scansInBlock) / rateHz, 0, 'f', 1)
-                              .arg(static_cast<double>(progress->blockScans - 1) / rateHz, 0, 'f', 1));
+/// Nothing that the user does is taken meanwhile.
+void frmMain::paintNow() {
+    constexpr int mostMs = 50;
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, mostMs);
 }
 
 void frmMain::RedrawTrials() {
@@ -308,80 +354,8 @@ void frmMain::endRealTime() {
     m_graphs->endRealTime();
 }
 
-void frmMain::UpdateMenus() {
-    const MenuState menus = menuState(m_state);
-    m_ui->mnuSave->setEnabled(menus.dataCommands);
-    m_ui->mnuSaveAs->setEnabled(menus.dataCommands);
-    m_ui->mnuExport->setEnabled(menus.dataCommands);
-    m_ui->tbSave->setEnabled(menus.dataCommands);
-    m_ui->tbSaveAs->setEnabled(menus.dataCommands);
-    m_ui->tbZoom->setEnabled(menus.dataCommands);
-    m_ui->mnuInfo->setEnabled(menus.dataCommands);
-    m_ui->tbInformation->setEnabled(menus.dataCommands);
-    m_ui->tbLumidor2->setEnabled(menus.dataCommands);
-    m_ui->mnuOverlay->setEnabled(menus.overlay);
-    for (QAction* action : {m_ui->mnuViewOverlay, m_ui->mnuClear})
-        action->setEnabled(menus.overlayCommands);
-    m_ui->mnuExportOverlay->setEnabled(menus.overlayCommands);
-    m_ui->mnuLegend->setChecked(menus.legendChecked);
-    setStatusText("Ready");
-    m_devicePanel->setText(QString::fromStdString(m_commands->deviceDescription()));
-}
-
-void frmMain::UpdateCaption() {
-    setCaption(captionFor(m_state));
-}
-
-void frmMain::mnuInfo_Click() {
-    if (hasCurrentTrial(m_state))
-        frmInfo(m_state, m_graphs->cwG(), this).exec();
-    else
-        setStatusText("There is no trial to measure. Collect or open one first.");
-}
-
-void frmMain::mnuViewOverlay_Click() {
-    frmOverlay(m_state, m_graphs->cwG(), this).exec();
-}
-
-void frmMain::editComments() {
-    frmComments(m_state.comments, m_state.settings.setup.TrialNumber, this).exec();
-}
-
-void frmMain::setCaption(const std::string& text) {
-    setWindowTitle(QString::fromStdString(text));
-}
-
 bool frmMain::fileProgress(int done, int of) {
     return m_fileWork->step(done, of);
-}
-
-// Setup and options
-// ----------------------------------------------------------------------------------------------------
-
-/// Whether no collection is in progress; else the status bar says `otherwise`.
-bool frmMain::idle(const char* otherwise) {
-    if (!m_commands->run.busy()) return true;
-    setStatusText(otherwise);
-    return false;
-}
-
-void frmMain::mnuOption_Click(int index) {
-    constexpr int loadSetup = 5;
-    if (index == loadSetup && !idle("A trial is being collected. Load the setup when it has arrived.")) return;
-    m_commands->setup.mnuOption_Click(index);
-}
-
-/// The dialog selects boards, which nothing may be using: a collection goes before it, a real-time view ends.
-void frmMain::mnuProperties_Click() {
-    if (!idle("A trial is being collected. Open the setup when it has arrived.")) return;
-    if (m_state.flags.RealTimeMode) m_commands->run.Stop();
-    if (frmProperties(m_state, m_commands->setupServices, this).exec() == QDialog::Accepted)
-        m_commands->setup.showOptionsAfterSetup();
-    UpdateMenus();
-}
-
-void frmMain::setOptionChecked(int index, bool checked) {
-    m_options[static_cast<std::size_t>(index)]->setChecked(checked);
 }
 
 void frmMain::setMaximized(bool maximized) {
@@ -392,92 +366,41 @@ void frmMain::followDisplaySettings() {
     m_graphs->followDisplaySettings();
 }
 
-// Saving
-// ---------------------------------------------------------------------------------------------------------------
+// Forms ---------------------------------------------------------------------------------------------------------------
 
-/// Runs a command that replaces the current trial: not while one is being taken, and a real-time view ends.
-void frmMain::openWith(const std::function<void()>& command) {
-    if (!idle("A trial is being collected. Open the file when it has arrived.")) return;
-    if (m_state.flags.RealTimeMode) m_commands->run.Stop();
-    const RunController::Hold hold(m_commands->run);
-    command();
+void frmMain::mnuInfo_Click() {
+    if (hasCurrentTrial(m_state))
+        frmInfo(m_state, m_graphs->cwG(), this).exec();
+    else
+        tell("There is no trial to measure. Collect or open one first.");
 }
 
-void frmMain::openRecent(const QString& file) {
-    const std::string path = file.toStdString();
-    std::error_code error;
-    if (std::filesystem::exists(pathFromText(path), error)) {
-        openFile(pathFromText(path));
-        return;
-    }
-    forgetFile(m_state.paths, path);
-    setStatusText(path + " is not there any more; it is off the list now.");
+/// The comments are those of the current trial and, until they are changed, of the next ones.
+void frmMain::editComments() {
+    const TrialPtr& trial = m_state.trials.CurrentTrial;
+    const int number = trial ? trial->number : m_state.settings.setup.TrialNumber;
+    if (frmComments(m_state.comments, number, this).exec() != QDialog::Accepted || !m_state.DataPresent()) return;
+    m_state.changeCurrent([this](Trial& changed) { changed.comments = m_state.comments; });
 }
 
-void frmMain::openFile(const std::filesystem::path& path) {
-    const std::string kind = lowerCase(path.extension().string());
-    openWith([&] {
-        if (kind == ".set")
-            m_commands->setup.LoadSetupFile(path);
-        else if (kind == ".plv")
-            m_commands->stimulusFiles.importPlv(path);
-        else
-            m_commands->open.openLmb(path);
-    });
+/// So are the labels and units.
+void frmMain::mnuLabels_Click() {
+    frmLabels(m_state, this).exec();
+    m_legend->showNames(m_state.header);
+    if (m_state.DataPresent()) m_state.changeCurrent([this](Trial& trial) { trial.header = m_state.header; });
 }
 
-void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->mimeData()->urls().size() == 1 && event->mimeData()->urls().constFirst().isLocalFile())
-        event->acceptProposedAction();
+void frmMain::mnuProperties_Click() {
+    if (frmProperties(m_state, m_commands->setupServices, this).exec() == QDialog::Accepted)
+        m_commands->setup.afterSetup();
+    refresh();
 }
 
-/// Opened when the drop is over: the other program waits for its end, and dialogs may follow.
-void frmMain::dropEvent(QDropEvent* event) {
-    const QString path = event->mimeData()->urls().constFirst().toLocalFile();
-    event->acceptProposedAction();
-    QTimer::singleShot(0, this, [this, path] { openFile(pathFromText(path.toStdString())); });
-}
-
-/// Runs a save command on the trial that is shown. A repeat that arrives meanwhile waits.
-void frmMain::saveWith(const std::function<void()>& command) {
-    if (m_commands->run.awaitsFirstTrial()) {
-        setStatusText("A trial is being collected. Save it when it has arrived.");
-        return;
-    }
-    const RunController::Hold hold(m_commands->run);
-    command();
-}
-
-// The view
-// -------------------------------------------------------------------------------------------------------------
-
-void frmMain::mnuLastTrial_Click() {
-    bool& shown = m_state.flags.ShowLastTrial;
-    shown = !shown;
-    m_ui->mnuLastTrial->setChecked(shown);
-    m_graphs->Form_Resize();
-}
-
-void frmMain::mnuAveragedTrials_Click() {
-    bool& shown = m_state.flags.ShowAveragedTrials;
-    shown = !shown;
-    m_ui->mnuAveragedTrials->setChecked(shown);
-    m_graphs->Form_Resize();
-}
-
+/// A legend that was closed by its close box still counts as shown: the first command after that only turns the flag.
 void frmMain::mnuLegend_Click() {
     bool& shown = m_state.flags.LegendShown;
-    m_legend->setVisible(!shown);
-    m_ui->tbLegend->setChecked(!shown);
     shown = !shown;
-    m_ui->mnuLegend->setChecked(shown);
-}
-
-/// The user closed the legend. The flag stays, so the next command only turns it back and the one after it shows the
-/// legend again.
-void frmMain::frmLegend_Unload() {
-    m_ui->tbLegend->setChecked(false);
-    m_ui->mnuLegend->setChecked(false);
+    m_state.flags.legendClosed = false;
 }
 
 void frmMain::mnuScale_Click() {
@@ -487,24 +410,59 @@ void frmMain::mnuScale_Click() {
     });
 }
 
-void frmMain::mnuResetScale_Click() {
-    m_graphs->zoom([this](ZoomCommands&) { return m_graphs->mnuResetScale_Click(); });
-}
-
 void frmMain::tbReset_Click() {
     m_graphs->zoom([this](ZoomCommands& commands) {
         return commands.tbReset_Click([this] { return m_graphs->mnuResetScale_Click(); });
     });
 }
 
-void frmMain::showZoomState() {
-    const ZoomState& zoom = m_graphs->zoomState();
-    m_ui->mnuMouseZooms->setChecked(zoom.MouseZooms);
-    m_ui->mnuMousePans->setChecked(zoom.MousePans);
-    m_ui->mnuMousePans->setEnabled(zoom.MouseZooms);
-    m_ui->mnuZooms->setChecked(zoom.zoomsArea);
-    m_ui->tbPan->setEnabled(zoom.panButtonEnabled);
+// Files ---------------------------------------------------------------------------------------------------------------
+
+void frmMain::openRecent(const QString& file) {
+    const std::string path = file.toStdString();
+    std::error_code error;
+    if (std::filesystem::exists(pathFromText(path), error)) {
+        openFiles({pathFromText(path)});
+        return;
+    }
+    forgetFile(m_state.paths, path);
+    tell(path + " is not there any more; it is off the list now.");
 }
+
+/// Each of several files becomes the current trial in turn, without a box for each.
+void frmMain::openFiles(const std::vector<std::filesystem::path>& paths) {
+    runGuarded(ruleOf(Command::OpenTrial), [&] {
+        for (const std::filesystem::path& path : paths)
+            openOne(path, paths.size() == 1);
+    });
+    refresh();
+}
+
+void frmMain::openOne(const std::filesystem::path& path, bool told) {
+    const std::string kind = extensionOf(path);
+    if (kind == ".set")
+        m_commands->setup.LoadSetupFile(path);
+    else if (kind == ".plv")
+        m_commands->stimulusFiles.importPlv(path);
+    else
+        m_commands->open.openLmb(path, told);
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (!urls.isEmpty() && std::ranges::all_of(urls, &QUrl::isLocalFile)) event->acceptProposedAction();
+}
+
+/// Opened when the drop is over: the other program waits for its end, and dialogs may follow.
+void frmMain::dropEvent(QDropEvent* event) {
+    std::vector<std::filesystem::path> paths;
+    for (const QUrl& url : event->mimeData()->urls())
+        paths.push_back(pathFromText(url.toLocalFile().toStdString()));
+    event->acceptProposedAction();
+    QTimer::singleShot(0, this, [this, paths] { openFiles(paths); });
+}
+
+// Keys and exit -------------------------------------------------------------------------------------------------------
 
 void frmMain::keyPressEvent(QKeyEvent* event) {
     const auto shortcutKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
@@ -512,24 +470,18 @@ void frmMain::keyPressEvent(QKeyEvent* event) {
         QMainWindow::keyPressEvent(event);
 }
 
-// Exit
-// -----------------------------------------------------------------------------------------------------------------
-
 /// A collection in progress is stopped first, with its own question; then the exit routine asks and stores.
 bool frmMain::mayExit() {
-    if (m_commands->run.busy()) {
-        m_commands->run.Stop();
-        if (m_commands->run.busy()) return false;
+    RunController& run = m_commands->run;
+    if (run.busy()) {
+        run.Stop();
+        if (run.busy()) return false;
     }
     return m_commands->prepareExit();
 }
 
-void frmMain::mnuExit_Click() {
-    close();
-}
-
 void frmMain::closeEvent(QCloseEvent* event) {
-    if (m_fileWork->active() || (!m_exiting && !mayExit())) {
+    if (m_fileWork->active() || m_gateShut || (!m_exiting && !mayExit())) {
         event->ignore();
         return;
     }

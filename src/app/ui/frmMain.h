@@ -4,9 +4,11 @@
 #include "acquisition/SetupCommands.h"
 #include "acquisition/SetupDialog.h"
 #include "acquisition/records/ProgramState.h"
-#include "analysis/OverlayCommands.h"
+#include "analysis/TrialSetCommands.h"
 #include "app/AboutCommands.h"
+#include "app/Commands.h"
 #include "app/OutsidePrograms.h"
+#include "app/ViewState.h"
 #include "app/ui/frmAbout.h"
 #include "files/ExportCommands.h"
 #include "files/FileView.h"
@@ -21,8 +23,9 @@
 #include <array>
 #include <filesystem>
 #include <functional>
-#include <initializer_list>
 #include <memory>
+#include <string_view>
+#include <vector>
 
 class QAction;
 class QLabel;
@@ -48,7 +51,7 @@ struct MainCommands {
     OpenCommands& open;
     SaveCommands& save;
     ExportCommands& exports;
-    OverlayCommands& overlays;
+    TrialSetCommands& trialSets;
     StimulusCommands& stimulusFiles;
     SetupCommands& setup;
     SetupServices setupServices;
@@ -62,8 +65,8 @@ struct MainCommands {
     std::function<bool()> prepareExit;              ///< asks and stores; False keeps the program running
 };
 
-/// The main window: it shows the state, takes input and calls the commands; nothing is worked out here.
-/// User-interface thread only.
+/// The main window: it binds menu items, buttons and keys to the table of commands, and shows what viewState() makes of
+/// the program's state; nothing is worked out here. User-interface thread only.
 class frmMain final : public QMainWindow, public RunView, public FileView, public OptionsView {
     Q_OBJECT
 
@@ -74,30 +77,24 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     /// Connects the commands; called once, before the window is shown.
     void connectCommands(MainCommands commands);
 
-    /// Opens a trial file or a setup file, as it is dropped on the window or named on the command line.
-    void openFile(const std::filesystem::path& path);
+    /// Opens trial files or a setup file, as they are dropped on the window or named on the command line.
+    void openFiles(const std::vector<std::filesystem::path>& paths);
 
-    /// Shows what start-up found: check marks, menus, caption. The window itself is shown by the caller.
-    void showStartUp(int spreadsheetItem);
+    /// Shows what start-up made of the state. The window itself is shown by the caller.
+    void showStartUp();
 
-    // What a run and a save command show.
-    void setStatusText(const std::string& text) override;
-    void setBusyPointer(bool busy) override;
-    void setStopEnabled(bool enabled) override;
-    void setWaitingShown(bool shown) override;
-    void showProgress(const std::optional<AnalogProgress>& progress) override;
+    /// Runs a command of the table, where the table lets it.
+    void run(Command command);
+
+    // What the logic asks for.
+    void refresh() override;
+    void paintNow() override;
+    void RedrawTrials() override;
     void beginRealTime(double windowSeconds) override;
     void showRealTime(const TrialData& block, double sampleIntervalSeconds) override;
     void endRealTime() override;
-    void RedrawTrials() override;
-    void UpdateMenus() override;
-    void UpdateCaption() override;
     void editComments() override;
     bool fileProgress(int done, int of) override;
-    void setCaption(const std::string& text) override;
-
-    // What the Options menu shows.
-    void setOptionChecked(int index, bool checked) override;
     void setMaximized(bool maximized) override;
     void mnuProperties_Click() override;
     void followDisplaySettings() override;
@@ -112,31 +109,28 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
   private:
     void addStatusPanels();
     void describeForAssistance();
-    void on(std::initializer_list<QAction*> actions, const std::function<void()>& command);
-    void connectFileAndDataCommands();
-    void connectViewCommands();
-    void connectOptions();
-    void connectOutsidePrograms();
-    void connectHelp();
-    void checkSpreadsheet(int item);
+    void bindActions();
+    void bindCommands();
+    void bindFileCommands();
+    void bindViewCommands();
+    void bindOutsideCommands();
+    void bind(Command command, std::function<void()> handler);
+    bool runGuarded(const CommandRule& rule, const std::function<void()>& handler);
 
-    void openWith(const std::function<void()>& command);
+    void UpdateMenus(const ViewState& view);
+    void UpdateCaption(const ViewState& view);
+    void showStatus(const ViewState& view);
+    void showBusyPointer(bool busy);
+
+    void tell(const std::string& notice);
+    void openOne(const std::filesystem::path& path, bool told);
     void openRecent(const QString& file);
-    void mnuExit_Click();
     void mnuInfo_Click();
-    void mnuViewOverlay_Click();
-    void saveWith(const std::function<void()>& command);
-    void mnuOption_Click(int index);
-    void mnuLastTrial_Click();
-    void mnuAveragedTrials_Click();
+    void mnuLabels_Click();
     void mnuLegend_Click();
-    void frmLegend_Unload();
     void mnuScale_Click();
-    void mnuResetScale_Click();
     void tbReset_Click();
-    void showZoomState();
     bool mayExit();
-    bool idle(const char* otherwise);
 
     ProgramState& m_state;
     std::unique_ptr<Ui::frmMain> m_ui;
@@ -149,8 +143,10 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     QLabel* m_devicePanel;
     QProgressBar* m_progress;
     FileWork* m_fileWork = nullptr;
-    std::array<QAction*, 7> m_options;
-    std::array<QAction*, 3> m_spreadsheets;
+    std::array<std::vector<QAction*>, commandCount> m_actions;
+    std::array<std::function<void()>, commandCount> m_handlers;
+    bool m_siblingFound = false;
+    bool m_gateShut = false; ///< a command that lets events run is running
     bool m_busyPointer = false;
     bool m_exiting = false;
 };

@@ -196,6 +196,12 @@ QString CWGraph::note() const {
     return m_note->text();
 }
 
+void CWGraph::setRemark(const QString& text) {
+    if (text == toolTip()) return;
+    setToolTip(text);
+    showChange();
+}
+
 void CWGraph::setNote(const QString& text) {
     m_note->setText(text);
     showChange();
@@ -236,7 +242,7 @@ QString CWGraph::description() const {
 void CWGraph::showChange() {
     m_emptyText->setVisible(!m_pyramid && !emptyText().isEmpty());
     m_note->setVisible(!note().isEmpty());
-    setAccessibleDescription(description());
+    setAccessibleDescription(toolTip().isEmpty() ? description() : description() + QLatin1Char(' ') + toolTip());
     if (m_pointer) reportPointer();
     replot(rpQueuedReplot);
 }

@@ -79,6 +79,9 @@ class CWGraph : public QCustomPlot, public GraphControl {
     QString note() const;
     void setNote(const QString& text);
 
+    /// What else is to be known of the graph: its tool tip, and the end of its description.
+    void setRemark(const QString& text);
+
     /// A place in the widget as seconds and volts.
     double timeAt(const QPointF& place) const { return xAxis->pixelToCoord(place.x()); }
     double voltsAt(const QPointF& place) const { return yAxis->pixelToCoord(place.y()); }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace tavex2 {
 
@@ -30,27 +31,33 @@ GraphsPanel::GraphsPanel(ProgramState& state, QWidget* parent)
     m_cwGLast.setObjectName(QStringLiteral("cwGLast"));
     m_cwGAvg.setObjectName(QStringLiteral("cwGAvg"));
 
-    watchPointer(m_cwG, m_state.trials.CurrentSettings);
-    watchPointer(m_cwGLast, m_state.trials.LastSettings);
-    watchPointer(m_cwGAvg, m_state.trials.AverageSettings);
+    const TrialBuffers& trials = m_state.trials;
+    const auto samplingOf = [](const TrialPtr& trial) { return trial ? trial->sampling : SamplingSettings{}; };
+    watchPointer(m_cwG, [=, this, &trials] { // the picture of a real-time view is the settings' own
+        return m_cwG.note().isEmpty() ? samplingOf(trials.CurrentTrial) : m_state.settings.sampling;
+    });
+    watchPointer(m_cwGLast, [=, &trials] { return samplingOf(trials.LastTrial); });
+    watchPointer(m_cwGAvg, [&trials] { return trials.average.AverageSettings; });
     connect(&m_readout, &PointerReadout::changed, this, &GraphsPanel::readoutChanged);
     connect(&m_mouse, &GraphMouse::failed, this, &GraphsPanel::failed);
     connect(&m_mouse, &GraphMouse::fullViewWanted, this,
             [this] { zoom([this](ZoomCommands&) { return mnuResetScale_Click(); }); });
 }
 
-void GraphsPanel::watchPointer(CWGraph& graph, const SamplingSettings& sampling) {
-    m_readout.watch(graph, [this, &graph, &sampling](int position) {
-        const bool watching = &graph == &m_cwG && !graph.note().isEmpty();
-        return channelAt(watching ? m_state.settings.sampling : sampling, position);
-    });
+void GraphsPanel::watchPointer(CWGraph& graph, std::function<SamplingSettings()> sampling) {
+    m_readout.watch(graph, [sampling = std::move(sampling)](int position) { return channelAt(sampling(), position); });
 }
 
 void GraphsPanel::offerPictures(FileDialogs& dialogs, Messages& messages) {
     m_pictures.emplace(dialogs, messages,
-                       [this] { return m_state.TrialName.empty() ? std::string("Graph") : m_state.TrialName; });
+                       [this] { return m_state.TrialName().empty() ? std::string("Graph") : m_state.TrialName(); });
     for (CWGraph* graph : {&m_cwG, &m_cwGLast, &m_cwGAvg})
         m_pictures->serve(*graph);
+}
+
+void GraphsPanel::showTexts(const QString& currentHint, const QString& averageRemark) {
+    if (m_cwG.emptyText() != currentHint) m_cwG.setEmptyText(currentHint);
+    m_cwGAvg.setRemark(averageRemark);
 }
 
 void GraphsPanel::followDisplaySettings() {

@@ -35,6 +35,9 @@ class GraphsPanel final : public QWidget {
 
     void RedrawTrials() { m_trials.RedrawTrials(m_state); }
 
+    /// What the current trial's graph says while it is empty, and what is to be known of the average.
+    void showTexts(const QString& currentHint, const QString& averageRemark);
+
     /// Labels the axes in the units of the settings and scales the graphs as they say.
     void followDisplaySettings();
 
@@ -68,7 +71,7 @@ class GraphsPanel final : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    void watchPointer(CWGraph& graph, const SamplingSettings& sampling);
+    void watchPointer(CWGraph& graph, std::function<SamplingSettings()> sampling);
 
     ProgramState& m_state;
     CWGraph m_cwG{this};

@@ -14,6 +14,14 @@ void prepare(CWGraph& graph, const QString& timeCaption, const QString& name, co
     graph.setEmptyText(graph.emptyText().isEmpty() ? hint : graph.emptyText());
 }
 
+TrialData samplesOf(const TrialPtr& trial) {
+    return trial ? trial->samples : nullptr;
+}
+
+double intervalOf(const TrialPtr& trial) {
+    return sampleIntervalSeconds(trial ? trial->sampling : SamplingSettings{});
+}
+
 void followData(CWGraph& graph, const SamplingSettings& settings) {
     if (graph.plotCount() > 0)
         graph.rescaleOnce(CWGraph::Axis::Time);
@@ -37,20 +45,22 @@ TrialGraphs::TrialGraphs(CWGraph& cwG, CWGraph& cwGLast, CWGraph& cwGAvg)
 
 void TrialGraphs::RedrawTrials(const ProgramState& state) {
     const TrialBuffers& trials = state.trials;
-    const bool averaged = trials.AverageCount > 0 && trials.AverageSum;
+    const TrialAverage& average = trials.average;
 
     // All are looked up before the first graph changes, because a trial moves from one graph to another.
-    const auto current = pyramidOf(trials.CurrentTrial);
-    const auto last = trials.LastTrial == trials.CurrentTrial ? current : pyramidOf(trials.LastTrial);
-    const auto average = averaged ? pyramidOf(trials.AverageSum) : nullptr;
+    const auto current = pyramidOf(samplesOf(trials.CurrentTrial));
+    const bool same = samplesOf(trials.LastTrial) == samplesOf(trials.CurrentTrial);
+    const auto last = same ? current : pyramidOf(samplesOf(trials.LastTrial));
+    const auto mean = average.empty() ? nullptr : pyramidOf(average.AverageSum);
 
-    const bool watching = state.flags.RealTimeMode;
+    const bool watching = state.RealTimeMode();
     if (!watching) {
-        m_cwG.plot(current, sampleIntervalSeconds(trials.CurrentSettings));
+        m_cwG.plot(current, intervalOf(trials.CurrentTrial));
         m_cwG.setNote(QString());
     }
-    m_cwGLast.plot(last, sampleIntervalSeconds(trials.LastSettings));
-    m_cwGAvg.plot(average, sampleIntervalSeconds(trials.AverageSettings), averaged ? 1.0 / trials.AverageCount : 1.0);
+    m_cwGLast.plot(last, intervalOf(trials.LastTrial));
+    m_cwGAvg.plot(mean, sampleIntervalSeconds(average.AverageSettings),
+                  average.empty() ? 1.0 : 1.0 / average.AverageCount);
 
     if (!state.settings.setup.DisplayAutoScale) return;
     for (CWGraph* graph : {&m_cwG, &m_cwGLast, &m_cwGAvg})

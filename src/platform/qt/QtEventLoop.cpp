@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QMetaObject>
+#include <QTimer>
 
 #include <utility>
 
@@ -11,8 +12,8 @@ void QtEventLoop::post(std::function<void()> event) {
     QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(event), Qt::QueuedConnection);
 }
 
-void QtEventLoop::processPending() {
-    QCoreApplication::processEvents();
+void QtEventLoop::after(std::chrono::milliseconds time, std::function<void()> event) {
+    QTimer::singleShot(time, Qt::PreciseTimer, QCoreApplication::instance(), std::move(event));
 }
 
 } // namespace tavex2

@@ -8,7 +8,7 @@ namespace tavex2 {
 class QtEventLoop final : public EventLoop {
   public:
     void post(std::function<void()> event) override;
-    void processPending() override;
+    void after(std::chrono::milliseconds time, std::function<void()> event) override;
 };
 
 } // namespace tavex2

@@ -52,6 +52,7 @@ MessageAnswer QtMessages::show(const Message& message) {
                     buttonsFor(message.buttons), m_parent);
     box.setObjectName(QStringLiteral("MessageBox"));
     box.setTextFormat(Qt::PlainText);
+    if (message.noIsDefault) box.setDefaultButton(QMessageBox::No);
     switch (box.exec()) {
     case QMessageBox::Yes:
         return MessageAnswer::Yes;
