@@ -33,11 +33,6 @@ std::function<void()> QueueEventLoop::takeDue() {
     return event;
 }
 
-void QueueEventLoop::runPending() {
-    while (const std::function<void()> event = takePosted())
-        event();
-}
-
 bool QueueEventLoop::runUntil(const std::function<bool()>& done, std::chrono::milliseconds longest) {
     const auto deadline = std::chrono::steady_clock::now() + longest;
     while (!done()) {

@@ -26,9 +26,6 @@ class QueueEventLoop final : public EventLoop {
     /// did not hold within `longest`.
     bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds longest);
 
-    /// Runs what has been posted and returns.
-    void runPending();
-
   private:
     struct Timed {
         std::chrono::nanoseconds due;

@@ -23,7 +23,7 @@ class RunControllerTest : public testing::Test {
 
     ProgramState state;
     FakeClock clock;
-    FakeEvents events;
+    FakeEvents events{clock};
     FakeMessages messages;
     FakeSound sound;
     FakeDigitalOutput dio{clock};

@@ -14,26 +14,33 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-TEST_F(RunControllerTest, CollectsATrialInTheLaidDownOrder) {
+TEST_F(RunControllerTest, CollectsATrialStepByStep) {
     run.Collect();
 
     EXPECT_EQ(state.settings.setup.TrialNumber, 1);
-    EXPECT_EQ(state.TrialName(), "Trial0001");
     EXPECT_THAT(input.log, ElementsAre("Configure", "Start"));
-    EXPECT_THAT(view.log, ElementsAre("stop on", "hourglass", "status Acquiring data"));
+    EXPECT_THAT(view.log, ElementsAre("refresh"));
+    EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
+    EXPECT_TRUE(state.run.stopEnabled);
+    EXPECT_TRUE(state.run.awaitsFirstTrial());
     EXPECT_EQ(input.config.totalScans, 11);
     EXPECT_EQ(input.config.chunkScans, 11);
     EXPECT_FALSE(input.config.chunked);
-    EXPECT_TRUE(state.Unsaved());
-    EXPECT_TRUE(state.TrialNotSaved());
-    EXPECT_TRUE(state.DataPresent());
+    EXPECT_FALSE(state.DataPresent()) << "nothing has arrived";
+    EXPECT_EQ(state.TrialName(), "") << "the coming trial's name is the run's own";
     EXPECT_TRUE(run.busy());
 
     view.log.clear();
     input.deliver(1.0);
 
-    EXPECT_THAT(view.log, ElementsAre("pointer", "waiting hidden", "stop off", "RedrawTrials", "pointer", "UpdateMenus",
-                                      "UpdateCaption"));
+    EXPECT_THAT(view.log, ElementsAre("RedrawTrials", "refresh"));
+    EXPECT_EQ(state.run.phase, RunPhase::Idle);
+    EXPECT_FALSE(state.run.stopEnabled);
+    EXPECT_EQ(state.TrialName(), "Trial0001");
+    EXPECT_EQ(state.trials.CurrentTrial->number, 1);
+    EXPECT_TRUE(state.Unsaved());
+    EXPECT_TRUE(state.TrialNotSaved());
+    EXPECT_TRUE(state.DataPresent());
     EXPECT_FALSE(run.busy());
     EXPECT_EQ(run.outcome(), RunOutcome::Completed);
     ASSERT_TRUE(state.trials.CurrentTrial);
@@ -59,7 +66,7 @@ TEST_F(RunControllerTest, TwoSecondsAtOneKilohertzAre2001SamplesAndThreeRepeats6
 
 TEST_F(RunControllerTest, KeepsTheTrialBeforeAsTheLastTrial) {
     collectAndDeliver(1.0);
-    const TrialData first = state.trials.CurrentTrial;
+    const TrialPtr first = state.trials.CurrentTrial;
     state.settings.sampling.Rate = 200;
     run.Collect();
     EXPECT_EQ(state.trials.LastTrial, first);
@@ -133,9 +140,8 @@ TEST_F(RunControllerTest, ARefusedConfigurationGivesOneMessageAndRestoresEveryth
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(messages.shown[0].text, "DAQ Error: -10003\rDescription of -10003.");
     EXPECT_EQ(messages.shown[0].buttons, MessageButtons::Ok);
-    EXPECT_FALSE(view.busy);
-    EXPECT_FALSE(view.stopEnabled);
-    EXPECT_FALSE(view.waiting);
+    EXPECT_EQ(state.run.phase, RunPhase::Idle);
+    EXPECT_FALSE(state.run.stopEnabled);
     EXPECT_FALSE(state.Unsaved());
     EXPECT_FALSE(state.TrialNotSaved());
     EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage);
@@ -149,10 +155,19 @@ TEST_F(RunControllerTest, ARefusedStartEndsTheSameWay) {
     input.startCode = -10008;
     run.Collect();
     ASSERT_EQ(messages.shown.size(), 1U);
-    EXPECT_FALSE(view.busy);
-    EXPECT_FALSE(view.stopEnabled);
+    EXPECT_FALSE(state.run.stopEnabled);
     EXPECT_FALSE(state.DataPresent());
     EXPECT_FALSE(run.busy());
+}
+
+TEST_F(RunControllerTest, WhatBlocksTheWindowIsPaintedFirst) {
+    state.settings.sampling.DIOMask = 1;
+    view.whilePainting = [&] {
+        EXPECT_THAT(input.log, ElementsAre("Configure")) << "before the board is started";
+        EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
+    };
+    run.Collect();
+    EXPECT_THAT(view.log, ElementsAre("refresh", "paint"));
 }
 
 TEST_F(RunControllerTest, ShowDaqErrorShowsNothingForZero) {
@@ -162,8 +177,8 @@ TEST_F(RunControllerTest, ShowDaqErrorShowsNothingForZero) {
 
 TEST_F(RunControllerTest, CancellingTheResetPromptKeepsWhatWasDoneAndTheNextNameSkipsANumber) {
     collectAndDeliver(1.0);
-    const TrialData first = state.trials.CurrentTrial;
     state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
+    const TrialPtr first = state.trials.CurrentTrial;
     state.settings.setup.PauseToReset = true;
     messages.answers = {MessageAnswer::Cancel};
     run.Collect();
@@ -174,7 +189,7 @@ TEST_F(RunControllerTest, CancellingTheResetPromptKeepsWhatWasDoneAndTheNextName
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Question);
     EXPECT_EQ(messages.shown[0].buttons, MessageButtons::OkCancel);
     EXPECT_EQ(state.settings.setup.TrialNumber, 2);
-    EXPECT_TRUE(view.stopEnabled);
+    EXPECT_TRUE(state.run.stopEnabled);
     EXPECT_EQ(state.trials.LastTrial, first);
     EXPECT_THAT(input.log, ElementsAre("Configure", "Start", "Configure"));
     EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage) << "saving the old trial again would count it twice";
@@ -184,52 +199,200 @@ TEST_F(RunControllerTest, CancellingTheResetPromptKeepsWhatWasDoneAndTheNextName
     EXPECT_EQ(state.TrialName(), "Trial0003");
 }
 
-TEST_F(RunControllerTest, TheStartDelayKeepsTheWindowAliveAndLastsToTheMillisecond) {
+TEST_F(RunControllerTest, TheStartDelayIsAPhaseOfItsOwnAndLastsToTheMillisecond) {
     state.settings.setup.StartDelay = 2;
-    int processed = 0;
-    events.whilePending = [&] { ++processed; };
-    std::string statusDuringPause;
-    events.whilePending = [&] {
-        ++processed;
-        statusDuringPause = state.notice;
-        run.Collect(); // a second collection cannot start while this one is pausing
-    };
-    input.whenStarted = [&] { EXPECT_GE(clock.milliseconds(), 2000); };
     run.Collect();
-    EXPECT_EQ(statusDuringPause, "Pausing");
-    EXPECT_EQ(processed, 2000);
+    EXPECT_EQ(state.run.phase, RunPhase::Pausing);
+    EXPECT_THAT(input.log, ElementsAre("Configure"));
+    run.Collect(); // a second collection cannot start while this one is pausing
     EXPECT_EQ(state.settings.setup.TrialNumber, 1);
+    events.pass(1999);
+    EXPECT_EQ(state.run.phase, RunPhase::Pausing);
+    events.pass(1);
+    EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
+    EXPECT_THAT(input.log, ElementsAre("Configure", "Start"));
     EXPECT_LE(clock.milliseconds(), 2002);
 }
 
 TEST_F(RunControllerTest, StopDuringThePauseEndsItWithoutStarting) {
     state.settings.setup.StartDelay = 5;
-    events.whilePending = [&] {
-        if (clock.milliseconds() == 100) run.Stop();
-    };
-    messages.answers = {MessageAnswer::Yes};
     run.Collect();
-    EXPECT_THAT(input.log, ElementsAre("Configure"));
+    events.pass(100);
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
     EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
     EXPECT_FALSE(run.busy());
     EXPECT_EQ(state.notice, "Stopped");
-    EXPECT_FALSE(view.busy);
-    EXPECT_FALSE(view.stopEnabled);
+    EXPECT_FALSE(state.run.stopEnabled);
     EXPECT_FALSE(state.DataPresent());
     EXPECT_EQ(state.TrialName(), "");
-    EXPECT_LT(clock.milliseconds(), 200);
+    events.pass(10000);
+    EXPECT_THAT(input.log, ElementsAre("Configure")) << "the pause of a run that was stopped starts nothing";
+}
+
+TEST_F(RunControllerTest, ThePauseOfAStoppedRunDoesNotStartTheNextOneEarly) {
+    state.settings.setup.StartDelay = 5;
+    run.Collect();
+    events.pass(4000);
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    run.Collect();
+    events.pass(4999);
+    EXPECT_EQ(state.run.phase, RunPhase::Pausing);
+    events.pass(1);
+    EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
 }
 
 TEST_F(RunControllerTest, NoDuringThePauseLetsTheCollectionStart) {
     state.settings.setup.StartDelay = 1;
-    events.whilePending = [&] {
-        if (clock.milliseconds() == 100) run.Stop();
-    };
-    messages.answers = {MessageAnswer::No};
     run.Collect();
+    events.pass(100);
+    messages.answers = {MessageAnswer::No};
+    run.Stop();
+    events.pass(900);
     EXPECT_THAT(input.log, ElementsAre("Configure", "Start"));
     EXPECT_TRUE(run.busy());
 }
+
+TEST_F(RunControllerTest, ThePauseEndsOnTimeWhileTheStopQuestionIsOpen) {
+    state.settings.setup.StartDelay = 1;
+    run.Collect();
+    messages.answers = {MessageAnswer::No};
+    messages.whileOpen = [&] {
+        events.pass(1000);
+        EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
+        input.deliver(5.0);
+        EXPECT_FALSE(state.DataPresent()) << "the trial waits for the answer";
+    };
+    run.Stop();
+    EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 5.0);
+}
+
+// The plan ------------------------------------------------------------------------------------------------------------
+
+TEST_F(RunControllerTest, WhatIsChangedWhileARunIsPausingAppliesToTheNextOne) {
+    state.settings.setup.StartDelay = 1;
+    run.Collect();
+    state.flags.DebugMode = true;
+    state.settings.sampling.Rate = 500;
+    state.settings.sampling.Duration = 1;
+    state.settings.sampling.Repeat = 4;
+    state.settings.setup.FilePrefix = "Other";
+    state.settings.setup.TrialNumber = 77;
+    events.pass(1000);
+    EXPECT_THAT(input.log, ElementsAre("Configure", "Start")) << "the board was to be driven";
+    input.deliver(1.0);
+    const Trial& trial = *state.trials.CurrentTrial;
+    EXPECT_EQ(trial.name, "Trial0001");
+    EXPECT_EQ(trial.number, 1);
+    EXPECT_EQ(trial.sampling.Rate, 100);
+    EXPECT_EQ(trial.sampling.Duration, 0.1F);
+    EXPECT_EQ(trial.sampling.NumSamples, 11);
+    EXPECT_FALSE(run.busy());
+}
+
+TEST_F(RunControllerTest, DebugModeSwitchedOffInThePauseStillDrivesNothing) {
+    state.flags.DebugMode = true;
+    state.settings.setup.StartDelay = 1;
+    run.Collect();
+    state.flags.DebugMode = false;
+    events.pass(1000);
+    EXPECT_THAT(input.log, IsEmpty());
+    EXPECT_EQ(run.outcome(), RunOutcome::NoBoard);
+}
+
+TEST_F(RunControllerTest, DebugModeSwitchedOnMeanwhileDoesNotKeepStopFromStoppingTheBoard) {
+    run.Collect();
+    state.flags.DebugMode = true;
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    EXPECT_FALSE(input.running());
+    state.flags.DebugMode = false;
+    collectAndDeliver(2.0);
+    EXPECT_EQ(state.TrialName(), "Trial0002");
+}
+
+TEST_F(RunControllerTest, StopStopsNothingThatADebugRunDidNotStart) {
+    state.flags.DebugMode = true;
+    state.settings.setup.StartDelay = 1;
+    run.Collect();
+    state.flags.DebugMode = false;
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    EXPECT_THAT(input.log, IsEmpty());
+    EXPECT_EQ(state.notice, "Stopped");
+}
+
+// Trials --------------------------------------------------------------------------------------------------------------
+
+TEST_F(RunControllerTest, TheTrialThatIsShownStaysWholeWhileTheNextOneIsAwaited) {
+    collectAndDeliver(1.0);
+    const TrialPtr first = state.trials.CurrentTrial;
+    run.Collect();
+    EXPECT_EQ(state.trials.CurrentTrial, first);
+    EXPECT_EQ(state.TrialName(), "Trial0001");
+    state.settings.setup.PauseToReset = false;
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    EXPECT_EQ(state.trials.CurrentTrial, first);
+}
+
+TEST_F(RunControllerTest, ATrialCarriesWhenWhereAndHowItWasTaken) {
+    state.flags.TriggerEnabled = true;
+    state.settings.trigger.TriggerChannel = "1";
+    state.settings.trigger.Pretrigger = 50;
+    state.settings.sampling.DIOMask = 0b10;
+    state.settings.sampling.DIOLatency[1] = 7;
+    state.header.Labels[1].assign("V2");
+    state.comments[0].assign("quiet");
+    input.config.start = startConditionFor(state.settings, true);
+    run.Collect();
+    state.settings.trigger.TriggerLevel = 3; // too late for this one
+    input.deliver(1.0);
+    const Trial& trial = *state.trials.CurrentTrial;
+    EXPECT_EQ(trial.record.source, "Device: Fake board");
+    EXPECT_THAT(trial.record.start,
+                testing::MatchesRegex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}[+-][0-9]{2}:"
+                                      "[0-9]{2}"));
+    EXPECT_EQ(trial.record.triggerSample, 5);
+    ASSERT_TRUE(trial.record.trigger);
+    EXPECT_EQ(trial.record.trigger->TriggerLevel, 1.0F);
+    EXPECT_THAT(trial.record.pulses, ElementsAre(GivenPulse{.line = 1, .milliseconds = 7}));
+    EXPECT_EQ(trial.header.Labels[1].trimmed(), "V2");
+    EXPECT_EQ(trial.comments[0].trimmed(), "quiet");
+    EXPECT_EQ(trial.sampling.UpperVolts, 10.0F);
+}
+
+TEST_F(RunControllerTest, AnImmediateTrialHasNoTriggerAndEachRepeatItsOwnStartAndPulses) {
+    state.settings.sampling.Repeat = 2;
+    state.settings.sampling.DIOMask = 1;
+    run.Collect();
+    input.onData({FakeAnalogInput::block(2, 11, 0), 0, false, 0});
+    const Trial first = *state.trials.CurrentTrial;
+    input.onData({FakeAnalogInput::block(2, 11, 0), 1, true, 1100});
+    const Trial second = *state.trials.CurrentTrial;
+    EXPECT_FALSE(first.record.trigger);
+    EXPECT_FALSE(first.record.triggerSample);
+    EXPECT_THAT(first.record.pulses, testing::SizeIs(1));
+    EXPECT_THAT(second.record.pulses, testing::SizeIs(1));
+    EXPECT_NE(first.record.start.substr(17, 2), second.record.start.substr(17, 2)) << "11 s later, at 100 Hz";
+}
+
+TEST_F(RunControllerTest, AnUnsavedTrialThatIsReplacedIsTold) {
+    collectAndDeliver(1.0);
+    EXPECT_EQ(state.notice, "");
+    collectAndDeliver(2.0);
+    EXPECT_EQ(state.notice, "Trial0001 was not saved; it is the last trial.");
+    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = false; });
+    state.settings.sampling.Repeat = 2;
+    run.Collect();
+    input.deliver(3.0, 0, false);
+    EXPECT_EQ(state.notice, "");
+    input.deliver(4.0, 1, true);
+    EXPECT_EQ(state.notice, "Trial0003 was not saved; the next repeat has taken its place.");
+}
+
+// Stopping ------------------------------------------------------------------------------------------------------------
 
 TEST_F(RunControllerTest, StopAsksAndNoLeavesEverythingRunning) {
     run.Collect();
@@ -240,24 +403,24 @@ TEST_F(RunControllerTest, StopAsksAndNoLeavesEverythingRunning) {
     EXPECT_EQ(messages.shown[0].title, "Stop Current Trial");
     EXPECT_EQ(messages.shown[0].buttons, MessageButtons::YesNo);
     EXPECT_TRUE(input.running());
-    EXPECT_TRUE(view.stopEnabled);
+    EXPECT_TRUE(state.run.stopEnabled);
     input.deliver(3.0);
     EXPECT_EQ(run.outcome(), RunOutcome::Completed);
 }
 
 TEST_F(RunControllerTest, StopWithYesLosesTheTrialAndPutsBackTheOneBefore) {
     collectAndDeliver(1.0);
-    const TrialData first = state.trials.CurrentTrial;
-    state.changeCurrent([](Trial& trial) { trial.Unsaved = false; });
-    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = false; });
-    state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
+    state.changeCurrent([](Trial& trial) {
+        trial.Unsaved = trial.TrialNotSaved = false;
+        trial.AddedToAverage = true;
+    });
+    const TrialPtr first = state.trials.CurrentTrial;
     run.Collect();
     messages.answers = {MessageAnswer::Yes};
     run.Stop();
     EXPECT_FALSE(input.running());
     EXPECT_EQ(state.notice, "Stopped");
-    EXPECT_FALSE(view.stopEnabled);
-    EXPECT_FALSE(view.busy);
+    EXPECT_FALSE(state.run.stopEnabled);
     EXPECT_EQ(state.trials.CurrentTrial, first);
     EXPECT_EQ(state.TrialName(), "Trial0001");
     EXPECT_FALSE(state.Unsaved());
@@ -286,30 +449,35 @@ TEST_F(RunControllerTest, ATrialThatIsCompleteBeforeTheStopQuestionIsAnsweredIsK
         EXPECT_EQ(run.outcome(), RunOutcome::Completed);
         EXPECT_TRUE(state.Unsaved());
         EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 7.0);
-        EXPECT_FALSE(view.stopEnabled);
+        EXPECT_FALSE(state.run.stopEnabled);
         EXPECT_FALSE(run.busy());
     }
 }
 
-TEST_F(RunControllerTest, ShowsTheWaitingWindowWhileATriggeredCollectionWaits) {
+TEST_F(RunControllerTest, WaitsForTheTriggerUntilItHasFired) {
     state.flags.TriggerEnabled = true;
     state.settings.trigger.TriggerChannel = "1";
     input.config.start = startConditionFor(state.settings, true);
     run.Collect();
-    EXPECT_TRUE(view.waiting);
-    EXPECT_EQ(state.notice, "Waiting for trigger before acquiring data");
+    EXPECT_EQ(state.run.phase, RunPhase::Waiting);
     messages.answers = {MessageAnswer::No};
+    messages.whileOpen = [&] { EXPECT_TRUE(state.run.asking); };
     run.Stop();
-    EXPECT_TRUE(view.waiting) << "the collection still waits";
+    EXPECT_FALSE(state.run.asking);
+    EXPECT_EQ(state.run.phase, RunPhase::Waiting) << "the collection still waits";
+    input.onProgress({.count = 11, .totalScans = 11, .waitingForTrigger = true});
+    EXPECT_EQ(state.run.phase, RunPhase::Waiting);
+    input.onProgress({.count = 11, .totalScans = 11});
+    EXPECT_EQ(state.run.phase, RunPhase::Acquiring) << "the trigger has fired";
     input.deliver(0);
-    EXPECT_FALSE(view.waiting);
+    EXPECT_EQ(state.run.phase, RunPhase::Idle);
 }
 
 TEST_F(RunControllerTest, TriggerModeAloneStartsNoTriggering) {
     state.settings.setup.TriggerMode = 1;
     run.Collect();
     EXPECT_EQ(input.config.start.type, StartCondition::Type::None);
-    EXPECT_FALSE(view.waiting);
+    EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
 }
 
 TEST_F(RunControllerTest, RepeatsGetNamesOfTheirOwnAndStopStaysEnabledUntilTheLast) {
@@ -318,15 +486,17 @@ TEST_F(RunControllerTest, RepeatsGetNamesOfTheirOwnAndStopStaysEnabledUntilTheLa
     std::vector<std::string> names;
     for (int i = 0; i < 3; ++i) {
         input.onProgress({.count = (i + 1) * input.config.totalScans, .totalScans = input.config.totalScans});
-        EXPECT_EQ(state.notice, "Repeat " + std::to_string(i + 1) + " of 3");
+        EXPECT_EQ(state.run.repeat, i + 1);
+        EXPECT_EQ(state.run.repeats, 3);
         input.deliver(i, i, i == 2);
         names.push_back(state.TrialName());
-        EXPECT_EQ(view.stopEnabled, i < 2);
+        EXPECT_EQ(state.run.stopEnabled, i < 2);
         EXPECT_FALSE(state.trials.CurrentTrial->AddedToAverage);
         EXPECT_TRUE(state.Unsaved());
-        state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; }); // as saving does
-        state.changeCurrent([](Trial& trial) { trial.Unsaved = false; });
-        state.changeCurrent([](Trial& trial) { trial.AddedToOverlays = true; });
+        state.changeCurrent([](Trial& trial) { // as saving does
+            trial.AddedToAverage = trial.AddedToOverlays = true;
+            trial.Unsaved = false;
+        });
     }
     EXPECT_THAT(names, ElementsAre("Trial0001", "Trial0001-r2", "Trial0001-r3"));
     EXPECT_EQ(state.settings.setup.TrialNumber, 1);
@@ -348,13 +518,14 @@ TEST_F(RunControllerTest, StoppingInTheSecondRepeatKeepsTheFirst) {
 TEST_F(RunControllerTest, ARepeatThatWasSavedStaysSavedWhenALaterOneIsStopped) {
     state.settings.sampling.Repeat = 3;
     run.Collect();
-    EXPECT_TRUE(run.awaitsFirstTrial());
+    EXPECT_TRUE(state.run.awaitsFirstTrial());
     input.deliver(1.0, 0, false);
-    EXPECT_FALSE(run.awaitsFirstTrial());
-    state.rename("Mine"); // as saving does
-    state.changeCurrent([](Trial& trial) { trial.Unsaved = false; });
-    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = false; });
-    state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
+    EXPECT_FALSE(state.run.awaitsFirstTrial());
+    state.changeCurrent([](Trial& trial) { // as saving does
+        trial.name = "Mine";
+        trial.Unsaved = trial.TrialNotSaved = false;
+        trial.AddedToAverage = true;
+    });
     messages.answers = {MessageAnswer::Yes};
     run.Stop();
     EXPECT_EQ(state.TrialName(), "Mine");
@@ -399,11 +570,12 @@ TEST_F(RunControllerTest, ARepeatThatArrivesWhileTheUserSavesWaitsUntilTheSaveIs
 TEST_F(RunControllerTest, ASingleTrialShowsItsProgressWithoutARepeatCounter) {
     run.Collect();
     input.onProgress({.count = 11, .totalScans = 11, .scansInBlock = 5, .blockScans = 11});
-    EXPECT_EQ(state.notice, "Acquiring data");
-    ASSERT_TRUE(view.progress);
-    EXPECT_EQ(view.progress->scansInBlock, 5);
+    EXPECT_EQ(state.run.repeats, 1);
+    EXPECT_EQ(state.run.scans, 5);
+    EXPECT_EQ(state.run.scansOfTrial, 11);
+    EXPECT_EQ(state.run.rateHz, 100);
     input.deliver(0);
-    EXPECT_FALSE(view.progress);
+    EXPECT_EQ(state.run.scansOfTrial, 0);
 }
 
 TEST_F(RunControllerTest, AutosaveFollowsTheCommentsAndPassesTheSaveType) {
@@ -427,8 +599,7 @@ TEST_F(RunControllerTest, AnErrorKeepsWhatHadArrivedAndReportsCodeContextAndDesc
     EXPECT_EQ(state.trials.CurrentTrial->samples->samples(), 5);
     EXPECT_EQ(state.settings.sampling.NumSamples, 5);
     EXPECT_TRUE(state.TrialNotSaved());
-    EXPECT_FALSE(view.busy);
-    EXPECT_FALSE(view.stopEnabled);
+    EXPECT_FALSE(state.run.stopEnabled);
     EXPECT_EQ(run.outcome(), RunOutcome::Failed);
 }
 
@@ -451,46 +622,34 @@ TEST_F(RunControllerTest, DebugModeDrivesNothingAndEndsAtOnce) {
     EXPECT_THAT(messages.shown, IsEmpty());
     EXPECT_THAT(dio.writes, ElementsAre(Pair(0, 0))) << "only the reset before the collection";
     EXPECT_TRUE(state.DataPresent());
+    EXPECT_TRUE(state.Unsaved());
+    EXPECT_EQ(state.TrialName(), "Trial0001");
     EXPECT_FALSE(hasCurrentTrial(state));
-    EXPECT_FALSE(view.stopEnabled);
-    EXPECT_FALSE(view.busy);
+    EXPECT_FALSE(state.run.stopEnabled);
     EXPECT_FALSE(run.busy());
     EXPECT_EQ(run.outcome(), RunOutcome::NoBoard);
 }
 
-TEST_F(RunControllerTest, ADebugCollectionLeavesTheTrialBeforeCountedOnce) {
+TEST_F(RunControllerTest, ADebugCollectionLeavesTheTrialBeforeAsItIs) {
     collectAndDeliver(1.0);
     state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
+    const TrialPtr before = state.trials.CurrentTrial;
     state.flags.DebugMode = true;
     run.Collect();
-    EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage);
-}
-
-// Average -------------------------------------------------------------------------------------------------------------
-
-TEST_F(RunControllerTest, ClearAverageEmptiesItAndRedraws) {
-    collectAndDeliver(1.0);
-    ASSERT_TRUE(AddTrialToAverage(state.trials, state.trials.CurrentTrial, state.trials.CurrentTrial->sampling));
-    view.log.clear();
-    run.mnuClearAverage_Click();
-    EXPECT_EQ(state.trials.average.AverageCount, 0);
-    EXPECT_FALSE(state.trials.average.AverageSum);
-    EXPECT_THAT(view.log, ElementsAre("RedrawTrials"));
+    EXPECT_EQ(state.trials.CurrentTrial, before) << "whole, with its own name";
+    EXPECT_EQ(state.settings.setup.TrialNumber, 2);
 }
 
 TEST(RunPhaseTest, OnlyTheLegalMovesAreAllowed) {
     using enum RunPhase;
-    EXPECT_TRUE(canEnter(Idle, Preparing));
-    EXPECT_TRUE(canEnter(Preparing, Pausing));
-    EXPECT_TRUE(canEnter(Preparing, Running));
-    EXPECT_TRUE(canEnter(Pausing, Running));
-    for (const RunPhase from : {Idle, Preparing, Pausing, Running})
-        EXPECT_TRUE(canEnter(from, Idle));
-    for (const RunPhase from : {Preparing, Pausing, Running})
-        EXPECT_FALSE(canEnter(from, Preparing));
-    EXPECT_FALSE(canEnter(Idle, Pausing));
-    EXPECT_FALSE(canEnter(Idle, Running));
-    EXPECT_FALSE(canEnter(Running, Pausing));
+    const std::vector all{Idle, Preparing, Pausing, Waiting, Acquiring, RealTime};
+    const std::vector<std::pair<RunPhase, RunPhase>> legal{
+        {Idle, Preparing},     {Idle, RealTime},    {Preparing, Pausing}, {Preparing, Waiting},
+        {Preparing, Acquiring}, {Pausing, Waiting}, {Pausing, Acquiring}, {Waiting, Acquiring}};
+    for (const RunPhase from : all)
+        for (const RunPhase to : all)
+            EXPECT_EQ(canEnter(from, to), to == Idle || testing::Matches(testing::Contains(std::pair(from, to)))(legal))
+                << static_cast<int>(from) << " to " << static_cast<int>(to);
 }
 
 } // namespace

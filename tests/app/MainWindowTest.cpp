@@ -44,7 +44,10 @@ TEST_F(MainWindowTest, EveryCommandHasANameATextAndATip) {
                                   QStringLiteral("tbPan"),      QStringLiteral("mnuMousePans"),
                                   QStringLiteral("mnuInfo"),    QStringLiteral("tbInformation"),
                                   QStringLiteral("tbLumidor2"), QStringLiteral("mnuOverlay"),
-                                  QStringLiteral("mnuClear"),   QStringLiteral("mnuViewOverlay")};
+                                  QStringLiteral("mnuClear"),   QStringLiteral("mnuViewOverlay"),
+                                  QStringLiteral("mnuTab"),     QStringLiteral("mnuLumidor"),
+                                  QStringLiteral("mnuPulvo"),   QStringLiteral("mnuLumidorO"),
+                                  QStringLiteral("mnuUndo"),    QStringLiteral("mnuDigital")};
         const bool waitsForState =
             each->objectName().contains(QLatin1String("Save")) || waiting.contains(each->objectName());
         EXPECT_TRUE(each->isEnabled() || waitsForState || each->toolTip().contains(QLatin1String("not offered")))
@@ -161,13 +164,21 @@ TEST_F(MainWindowTest, StopAsksFirstAndYesLosesTheTrial) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST_F(MainWindowTest, TheTrialBeforeCannotBeSavedUnderTheNameOfTheOneBeingTaken) {
+TEST_F(MainWindowTest, TheTrialBeforeIsSavedUnderItsOwnNameWhileTheNextOneIsAwaited) {
     start({"TriggerMode=1", "TriggerChannel=0", "TriggerLevel=1.5", "Pretrigger=0", "Duration=0.05", "DIOMask=0"});
     collect();
     button("Collect").click();
-    action("mnuSave").trigger(); // no dialog opens, or this would wait for it
-    EXPECT_TRUE(status().startsWith(QLatin1String("A trial is being collected."))) << status().toStdString();
+    EXPECT_EQ(window().windowTitle(), QStringLiteral("Trial0001 (Unsaved)"));
+    WhenDialogOpens dialog("CommonDialog", [&](QWidget& shown) {
+        auto* edit = shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        EXPECT_EQ(edit->text(), QStringLiteral("Trial0001.lmb"));
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    action("mnuSave").trigger();
+    ASSERT_TRUE(dialog.opened());
+    EXPECT_TRUE(fs::exists(folder / "Trial0001.lmb"));
     ASSERT_TRUE(collected());
+    ASSERT_TRUE(waitFor([&] { return window().windowTitle() == QLatin1String("Trial0002 (Unsaved)"); }));
 }
 
 TEST_F(MainWindowTest, ATriggeredCollectionShowsTheWaitingWindowUntilStop) {
@@ -344,7 +355,7 @@ TEST_F(MainWindowTest, TheSpreadsheetItemWaitsForAFile) {
     collect();
     saveAs(QString::fromStdString((folder / "First.lmb").string()));
     WhenDialogOpens read("MessageBox", [](QWidget& box) { press(box, QMessageBox::Ok); });
-    window().openFile(folder / "First.lmb");
+    window().openFiles({folder / "First.lmb"});
     ASSERT_TRUE(read.opened());
     Q_EMIT view.aboutToShow();
     ASSERT_TRUE(action("mnuDigital").isEnabled());
@@ -358,10 +369,11 @@ TEST_F(MainWindowTest, TheSpreadsheetItemWaitsForAFile) {
 }
 
 TEST_F(MainWindowTest, ALongMessageLeavesTheBoardsNameInSight) {
+    store.values["Tavex2/Startup/Recentfiles"] = "/" + std::string(500, 'w');
     start();
-    window().setStatusText(std::string(500, 'w'));
+    action("mnuRecent_0").trigger(); // which is not there any more
     auto& board = child<QLabel>("StatusPanel2");
-    ASSERT_TRUE(waitFor([&] { return child<QLabel>("StatusPanel1").toolTip().size() == 500; }));
+    ASSERT_TRUE(waitFor([&] { return child<QLabel>("StatusPanel1").toolTip().size() > 500; }));
     QApplication::processEvents();
     EXPECT_LE(board.mapTo(&window(), QPoint(board.width(), 0)).x(), window().width());
     EXPECT_EQ(board.text(), QStringLiteral("Device: Simulated board"));

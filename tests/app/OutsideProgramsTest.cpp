@@ -22,6 +22,14 @@ class OutsideProgramsTest : public testing::Test {
         state.paths.SiblingProgramDir = "/lab";
         store.values["Lumidor2/Startup/Progdir"] = "/sibling";
     }
+
+    void savedAs(const std::string& name) {
+        auto trial = std::make_shared<Trial>();
+        trial->savedName = name;
+        trial->Unsaved = trial->TrialNotSaved = false;
+        state.trials.CurrentTrial = trial;
+    }
+    void unsaved() { state.trials.CurrentTrial = std::make_shared<Trial>(); }
     void expectSaveFirst(const std::string& text) {
         ASSERT_EQ(messages.shown.size(), 1U);
         EXPECT_EQ(messages.shown[0].text, text);
@@ -40,7 +48,7 @@ class OutsideProgramsTest : public testing::Test {
 
 TEST_F(OutsideProgramsTest, TheSiblingOpensTheLastTableInTheDataFolder) {
     state.LastTabExport = "/my data/a b.tab";
-    state.trials.CurrentTrial->savedName = "Trial0001.lmb";
+    savedAs("Trial0001.lmb");
     programs.mnuProgram_Click(0);
     EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "\"/my data/a b.tab\"", "/my data",
                                                          ShowMode::Normal}));
@@ -48,7 +56,7 @@ TEST_F(OutsideProgramsTest, TheSiblingOpensTheLastTableInTheDataFolder) {
 }
 
 TEST_F(OutsideProgramsTest, WithoutATableTheSiblingOpensTheSavedFileUnquoted) {
-    state.trials.CurrentTrial->savedName = "Trial 1.lmb";
+    savedAs("Trial 1.lmb");
     programs.mnuProgram_Click(0);
     EXPECT_THAT(shell.requests,
                 ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "Trial 1.lmb", "/my data", ShowMode::Normal}));
@@ -60,7 +68,7 @@ TEST_F(OutsideProgramsTest, WithoutAnyFileTheSiblingIsFoundThroughTheSearchPath)
 }
 
 TEST_F(OutsideProgramsTest, AnUnsavedTrialKeepsTheSiblingFromStarting) {
-    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
+    unsaved();
     state.LastTabExport = "/my data/a.tab";
     programs.mnuProgram_Click(0);
     expectSaveFirst("You must save your current data first to a file before starting Lumidor2.");
@@ -74,7 +82,7 @@ TEST_F(OutsideProgramsTest, TheSiblingIsLookedForInItsOwnFolderElseInTheLaborato
     store.values["Lumidor2/Startup/Progdir"] = "";
     EXPECT_TRUE(programs.siblingFound());
     programs.mnuProgram_Click(0);
-    state.trials.CurrentTrial->savedName = "a.lmb";
+    savedAs("a.lmb");
     programs.mnuProgram_Click(0);
     EXPECT_EQ(shell.requests.at(1).file, "/lab|Lumidor2.exe");
     state.paths.SiblingProgramDir.clear();
@@ -85,7 +93,7 @@ TEST_F(OutsideProgramsTest, TheSiblingIsLookedForInItsOwnFolderElseInTheLaborato
 
 TEST_F(OutsideProgramsTest, TheAnalyzeMenusSpreadsheetsOpenTheLastTable) {
     state.LastTabExport = "/d/a.tab";
-    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; }); // the table is what counts
+    unsaved(); // the table is what counts
     programs.mnuProgram_Click(1);
     programs.mnuProgram_Click(2);
     EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"QPW.exe", "\"/d/a.tab\"", "", ShowMode::Normal},

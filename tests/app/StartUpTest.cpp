@@ -1,3 +1,4 @@
+#include "app/OutsidePrograms.h"
 #include "app/StartUp.h"
 
 #include "support/Fakes.h"
@@ -50,7 +51,7 @@ TEST_F(StartUpTest, TheFirstStartTakesTheDefaults) {
     EXPECT_EQ(state.paths.LastFile, "");
     EXPECT_EQ(state.paths.ViewerProgram, "Notepad.exe");
     EXPECT_EQ(state.paths.SpreadsheetProgram, "Excel.exe");
-    EXPECT_EQ(result.spreadsheetItem, 0);
+    EXPECT_EQ(spreadsheetItem(state.paths.SpreadsheetProgram), 0);
     EXPECT_FALSE(result.maximized);
     EXPECT_FALSE(state.DataPresent());
     EXPECT_EQ(state.settings.setup.TrialNumber, 0);
@@ -69,7 +70,7 @@ TEST_F(StartUpTest, ReadsEveryStoredKeyUnderItsOwnApplicationName) {
     EXPECT_EQ(state.paths.SiblingProgramDir, "/b");
     EXPECT_EQ(state.paths.ViewerProgram, "less");
     EXPECT_EQ(state.paths.SpreadsheetProgram, "calc");
-    EXPECT_EQ(result.spreadsheetItem, 2);
+    EXPECT_EQ(spreadsheetItem(state.paths.SpreadsheetProgram), 2);
     EXPECT_TRUE(result.maximized);
     EXPECT_TRUE(state.settings.setup.StartMaximized);
     EXPECT_TRUE(fs::equivalent(fs::current_path(), folder / "data"));
@@ -99,12 +100,15 @@ TEST_F(StartUpTest, AnEmptyViewerIsTheOneOfTheWindowsFolder) {
 
 TEST_F(StartUpTest, ChecksTheSpreadsheetItemOfTheStoredProgram) {
     store.values["Orvanta/Startup/Spreadsheet"] = "";
-    EXPECT_EQ(start().spreadsheetItem, 0);
+    start();
+    EXPECT_EQ(spreadsheetItem(state.paths.SpreadsheetProgram), 0);
     EXPECT_EQ(state.paths.SpreadsheetProgram, "Excel.exe");
     store.values["Orvanta/Startup/Spreadsheet"] = "QPW.exe";
-    EXPECT_EQ(start().spreadsheetItem, 1);
+    start();
+    EXPECT_EQ(spreadsheetItem(state.paths.SpreadsheetProgram), 1);
     store.values["Orvanta/Startup/Spreadsheet"] = "D:\\other.exe";
-    EXPECT_EQ(start().spreadsheetItem, 2);
+    start();
+    EXPECT_EQ(spreadsheetItem(state.paths.SpreadsheetProgram), 2);
 }
 
 TEST_F(StartUpTest, WithASoundDeviceTheToneIsWrittenAndItsDefaultsAreSet) {

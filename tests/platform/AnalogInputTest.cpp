@@ -3,6 +3,7 @@
 #include "platform/DigitalOutput.h"
 #include "platform/FakeBoard.h"
 #include "platform/QueueEventLoop.h"
+#include "platform/SteadyClock.h"
 
 #include <gmock/gmock.h>
 
@@ -55,7 +56,8 @@ class AnalogInputTest : public testing::Test {
     const std::thread::id here = std::this_thread::get_id();
     BoardList boards;
     FakeBoard* board;
-    QueueEventLoop events;
+    SteadyClock clock;
+    QueueEventLoop events{clock};
     AnalogInput input{boards, events};
     std::vector<AnalogBlock> blocks;
     std::vector<AnalogError> errors;
@@ -158,7 +160,7 @@ TEST_F(AnalogInputTest, SaysThatItWaitsForTheTriggerAndStopEndsTheWait) {
     input.Stop();
     EXPECT_FALSE(input.running());
     progress.clear();
-    events.processPending();
+    events.runUntil([] { return false; }, std::chrono::milliseconds(0));
     EXPECT_TRUE(progress.empty()) << "nothing of a stopped run arrives";
     EXPECT_TRUE(blocks.empty());
 }
@@ -331,7 +333,7 @@ TEST_F(AnalogInputTest, AWindowThatWasBusySeesTheNewestScansAndNotTheOldest) {
     ASSERT_EQ(input.Start(), 0);
     while (board->scansRead < 20'000'000)
         std::this_thread::yield();
-    events.processPending();
+    events.runUntil([] { return false; }, std::chrono::milliseconds(0));
     ASSERT_EQ(blocks.size(), 1U) << "the blocks that nobody took were replaced";
     EXPECT_GT(blocks[0].samples->at(0, blocks[0].samples->samples() - 1), 1e-9 * 1'000'000);
     input.Stop();

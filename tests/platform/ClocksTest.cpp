@@ -67,19 +67,53 @@ TEST(VirtualClockTest, SetFreeItJumpsToWhereABoardWaits) {
 }
 
 TEST(QueueEventLoopTest, RunsEventsInTheirOrderAlsoThoseThatEventsPost) {
-    QueueEventLoop events;
+    VirtualClock clock;
+    QueueEventLoop events(clock);
     std::vector<int> order;
     events.post([&] {
         order.push_back(1);
         events.post([&] { order.push_back(3); });
     });
     events.post([&] { order.push_back(2); });
-    events.processPending();
+    events.runUntil([] { return false; }, std::chrono::milliseconds(0));
     EXPECT_THAT(order, testing::ElementsAre(1, 2, 3));
 }
 
+TEST(VirtualClockTest, SteppedItMovesByMillisecondsAloneThoughItIsFree) {
+    VirtualClock clock;
+    clock.setFreeRunning(true);
+    clock.setStepped(true);
+    std::jthread board([&] { clock.waitUntil(milliseconds(2), {}); });
+    clock.waitForNextMillisecond();
+    EXPECT_EQ(clock.now(), milliseconds(1));
+    clock.setStepped(false);
+    board.join();
+    EXPECT_EQ(clock.now(), milliseconds(2));
+}
+
+TEST(QueueEventLoopTest, RunsWhatWaitsForItsTimeInTheOrderOfTheTimesAndNotEarlier) {
+    VirtualClock clock;
+    QueueEventLoop events(clock);
+    std::vector<std::pair<int, std::int64_t>> ran;
+    events.after(milliseconds(30), [&] { ran.emplace_back(30, clock.milliseconds()); });
+    events.after(milliseconds(10), [&] { ran.emplace_back(10, clock.milliseconds()); });
+    events.post([&] { ran.emplace_back(0, clock.milliseconds()); });
+    EXPECT_TRUE(events.runUntil([&] { return ran.size() == 3; }, hours(1)));
+    EXPECT_THAT(ran, testing::ElementsAre(testing::Pair(0, 0), testing::Pair(10, 10), testing::Pair(30, 30)));
+}
+
+TEST(QueueEventLoopTest, GivesUpWhenItsTimeIsOverThoughSomethingStillWaits) {
+    SteadyClock clock;
+    QueueEventLoop events(clock);
+    bool ran = false;
+    events.after(hours(1), [&] { ran = true; });
+    EXPECT_FALSE(events.runUntil([&] { return ran; }, milliseconds(5)));
+    EXPECT_FALSE(ran);
+}
+
 TEST(QueueEventLoopTest, WaitsForWhatAnotherThreadPosts) {
-    QueueEventLoop events;
+    VirtualClock clock;
+    QueueEventLoop events(clock);
     bool done = false;
     std::jthread other([&] { events.post([&] { done = true; }); });
     EXPECT_TRUE(events.runUntil([&] { return done; }, hours(1)));

@@ -53,7 +53,7 @@ class BufferedBoard final : public Board {
 
 TEST(RealTimeLoadTest, ASlowWindowNeverHoldsTheBoardUpAndSeesTheNewestScans) {
     SteadyClock clock;
-    QueueEventLoop events;
+    QueueEventLoop events(clock);
     BoardList boards;
     auto made = std::make_unique<BufferedBoard>(clock);
     BufferedBoard& board = *made;

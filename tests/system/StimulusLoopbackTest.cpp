@@ -63,7 +63,7 @@ class StimulusLoopback {
   private:
     MillisecondClock& m_clock;
     BoardList m_boards;
-    QueueEventLoop m_events;
+    QueueEventLoop m_events{m_clock};
     FakeMessages m_messages;
     FakeSound m_sound;
     FakeRunView m_view;

@@ -1,5 +1,4 @@
 #include "app/Exit.h"
-#include "app/MenuState.h"
 #include "support/Fakes.h"
 
 #include <gmock/gmock.h>
@@ -49,7 +48,7 @@ TEST_F(ExitTest, WithNothingUnsavedItStoresTheSettingsWithoutAsking) {
 }
 
 TEST_F(ExitTest, AsksAboutATrialThatWasNotSaved) {
-    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
+    state.trials.CurrentTrial = std::make_shared<Trial>();
     messages.answers = {MessageAnswer::No};
     EXPECT_TRUE(mayExit());
     ASSERT_EQ(messages.shown.size(), 1U);
@@ -62,7 +61,7 @@ TEST_F(ExitTest, AsksAboutATrialThatWasNotSaved) {
 }
 
 TEST_F(ExitTest, CancelKeepsTheProgramRunningWithNothingStored) {
-    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
+    state.trials.CurrentTrial = std::make_shared<Trial>();
     messages.answers = {MessageAnswer::Cancel};
     EXPECT_FALSE(mayExit());
     EXPECT_TRUE(store.values.empty());
@@ -70,7 +69,7 @@ TEST_F(ExitTest, CancelKeepsTheProgramRunningWithNothingStored) {
 }
 
 TEST_F(ExitTest, YesSavesAndGoesOnOnlyWhenTheTrialWasSaved) {
-    state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
+    state.trials.CurrentTrial = std::make_shared<Trial>();
     messages.answers = {MessageAnswer::Yes, MessageAnswer::Yes};
     saved = false; // the user cancelled the save dialog, or the disk is full
     EXPECT_FALSE(mayExit());
@@ -79,33 +78,6 @@ TEST_F(ExitTest, YesSavesAndGoesOnOnlyWhenTheTrialWasSaved) {
     EXPECT_TRUE(mayExit());
     EXPECT_EQ(saves, 2);
     EXPECT_FALSE(store.values.empty());
-}
-
-TEST(MenuStateTest, DataCommandsNeedDataAndTrialSetCommandsAnOverlay) {
-    ProgramState state;
-    EXPECT_FALSE(menuState(state).dataCommands);
-    EXPECT_FALSE(menuState(state).overlay);
-    EXPECT_FALSE(menuState(state).overlayCommands);
-    state.DataPresent() = true;
-    EXPECT_TRUE(menuState(state).dataCommands);
-    EXPECT_TRUE(menuState(state).overlay);
-    state.changeCurrent([](Trial& trial) { trial.AddedToOverlays = true; });
-    EXPECT_FALSE(menuState(state).overlay);
-    state.overlays.OverlayCount = 1;
-    EXPECT_TRUE(menuState(state).overlayCommands);
-    EXPECT_FALSE(menuState(state).digital);
-    state.DataFile = "/d/a.lmb";
-    EXPECT_TRUE(menuState(state).digital);
-    state.flags.LegendShown = true;
-    EXPECT_TRUE(menuState(state).legendChecked);
-}
-
-TEST(CaptionTest, IsTheTrialsNameWithAWordWhileItIsUnsaved) {
-    ProgramState state;
-    state.rename("Trial0007");
-    EXPECT_EQ(captionFor(state), "Trial0007");
-    state.changeCurrent([](Trial& trial) { trial.Unsaved = true; });
-    EXPECT_EQ(captionFor(state), "Trial0007 (Unsaved)");
 }
 
 } // namespace
