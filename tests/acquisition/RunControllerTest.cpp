@@ -14,7 +14,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 
-TEST_F(RunControllerTest, CollectsATrialInTheLaidDownOrder) {
+TEST_F(RunControllerTest, ConfiguresStartsAndPulsesInThisOrder) {
     run.Collect();
 
     EXPECT_EQ(state.settings.setup.TrialNumber, 1);
