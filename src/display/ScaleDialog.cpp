@@ -96,7 +96,7 @@ Result<void> ScaleDialog::applyLimits() {
         m_controls.cwnUpper = presets[preset].maximum;
         m_controls.cwnLower = presets[preset].minimum;
     }
-    // The time labels follow the voltage option here: protocols count on the pairing.
+    // The time labels follow the voltage option here, not that of the time.
     const bool milliVolts = m_controls.optVolts == milliUnit;
     for (GraphControl* graph : m_graphs.all())
         graph->setLabelScaleExpression(Axis::Time, milliVolts ? "*1000" : "*1");

@@ -30,7 +30,7 @@ struct ScaleControls {
 ///
 /// Units and the preset take effect at once and outlive Cancel. A unit that is chosen in the dialog leaves the boxes in
 /// the new unit with a factor of 1, and OK divides by that factor: limits typed in milliseconds are then taken as
-/// seconds. This arithmetic is what existing protocols rely on.
+/// seconds.
 class ScaleDialog {
   public:
     ScaleDialog(AcqSettings& settings, const GraphControls& graphs, ZoomCommands& zoom);

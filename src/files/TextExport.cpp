@@ -72,7 +72,7 @@ std::string lmaHead(const Facts& facts, const std::string& trialName, const std:
 constexpr DecimalFormat lmaColumn{.decimals = 4, .width = 10};
 constexpr TableLayout lmaLayout{.time = lmaColumn, .value = lmaColumn, .afterTime = "", .afterValue = ""};
 
-/// The overlays' average, summed up in single precision in their order: other programs compare it to the last digit.
+/// The overlays' average, summed up in single precision and in their order, on which its last digits depend.
 Result<TrialArray> averageOf(const OverlaySet& overlays, const SamplingSettings& sampling) {
     const auto trials = std::span(overlays.OverlayData).first(static_cast<std::size_t>(overlays.OverlayCount));
     if (trials.empty()) return Error{ErrorKind::InvalidValue, "No trial has been overlaid yet."};

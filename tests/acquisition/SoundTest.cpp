@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+#include <numbers>
 #include <vector>
 
 namespace tavex2::test {
@@ -33,6 +35,25 @@ TEST(WriteToneTest, WritesOneSecondOf500HertzWithItsHeader) {
         EXPECT_GE(static_cast<unsigned char>(bytes[i]), 64);
         EXPECT_LE(static_cast<unsigned char>(bytes[i]), 192);
     }
+}
+
+TEST(WriteToneTest, ALongHighToneHasThePhaseOfAPiOfEightDecimals) {
+    const TemporaryFolder folder;
+    ASSERT_TRUE(WriteTone(folder / "tone.wav", 3000.0, 5.0));
+    const std::string bytes = bytesOf(folder / "tone.wav");
+    ASSERT_EQ(bytes.size(), 44U + 55125U);
+    const auto differences = [&](double pi) {
+        const double radiansPerSample = 3000.0 / 11025 * 2 * pi;
+        int count = 0;
+        for (std::size_t i = 0; i < 55125; ++i) {
+            const auto expected = static_cast<int>(
+                std::nearbyint(std::sin(static_cast<double>(i) * radiansPerSample) * 64 + 128)); // halves to even
+            if (static_cast<unsigned char>(bytes[44 + i]) != expected) ++count;
+        }
+        return count;
+    };
+    EXPECT_EQ(differences(3.14159265), 0);
+    EXPECT_GT(differences(std::numbers::pi), 0) << "the bytes tell one from the other";
 }
 
 TEST(WriteToneTest, ADurationOfZeroIsAHeaderAlone) {

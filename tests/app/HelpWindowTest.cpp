@@ -1,5 +1,6 @@
 #include "app/MainWindowFixture.h"
 #include "help/HelpCommands.h"
+#include "support/Screen.h"
 
 #include <QAbstractSpinBox>
 #include <QListWidget>
@@ -25,11 +26,17 @@ class HelpWindowTest : public MainWindowTest {
     static Widget& inHelp(const char* name) {
         return *help()->findChild<Widget*>(QLatin1String(name));
     }
-    static std::string page() {
-        return help() != nullptr ? inHelp<QTextBrowser>("txtPage").source().fileName().toStdString() : std::string();
+    /// What stands at the top of the page that the user sees: the first three lines that are not empty. On a page that
+    /// was not opened further down, the heading is among them.
+    static QStringList topOfPage() {
+        if (help() == nullptr) return {QStringLiteral("no help")};
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(help()));
+        const QString text = QString::fromStdString(Screen(*help()).text("txtPage"));
+        return text.split(QLatin1Char('\n'), Qt::SkipEmptyParts).mid(0, 3);
     }
-    static std::string address() {
-        return page() + '#' + inHelp<QTextBrowser>("txtPage").source().fragment().toStdString();
+    static void expectAtTop(const char* line) {
+        EXPECT_TRUE(topOfPage().contains(QLatin1String(line))) << line << " is not in:\n"
+                                                               << topOfPage().join(QLatin1Char('\n')).toStdString();
     }
     static std::string listed(const char* list, int row) {
         return inHelp<QListWidget>(list).item(row)->text().toStdString();
@@ -41,7 +48,7 @@ class HelpWindowTest : public MainWindowTest {
         auto& list = inHelp<QListWidget>("lstContents");
         const QPoint second = list.visualItemRect(list.item(1)).center();
         QTest::mouseClick(help()->windowHandle(), Qt::LeftButton, {}, list.viewport()->mapTo(help(), second));
-        EXPECT_EQ(page(), "first-trial.html");
+        expectAtTop("The first five minutes");
         help()->activateWindow();
         EXPECT_TRUE(waitFor([] { return help()->isActiveWindow(); }));
         QTest::keyClick(help(), Qt::Key_Escape);
@@ -49,16 +56,15 @@ class HelpWindowTest : public MainWindowTest {
     }
 
     /// The page that F1 opens while a dialog is open; in it, or in one of its controls.
-    void expectHelpInDialog(const char* command, const char* dialogName, const std::string& expected,
+    void expectHelpInDialog(const char* command, const char* dialogName, const char* expected,
                             const char* control = nullptr) {
         SCOPED_TRACE(dialogName);
         WhenDialogOpens dialog(dialogName, [&](QWidget& shown) {
-            shown.activateWindow();
             QWidget* focus = control != nullptr ? shown.findChild<QWidget*>(QLatin1String(control)) : nullptr;
             if (focus != nullptr) focus->setFocus();
-            EXPECT_TRUE(waitFor([&] { return shown.isActiveWindow() && (focus == nullptr || focus->hasFocus()); }));
+            EXPECT_TRUE(waitFor([&] { return focus == nullptr || focus->hasFocus(); }));
             QTest::keyClick(focus != nullptr ? focus : &shown, Qt::Key_F1);
-            EXPECT_EQ(page(), expected);
+            expectAtTop(expected);
             if (help() != nullptr) turnPageAndClose();
             qobject_cast<QDialog*>(&shown)->reject();
         });
@@ -70,22 +76,21 @@ class HelpWindowTest : public MainWindowTest {
 TEST_F(HelpWindowTest, ContentsAndTheToolBarOpenTheTableOfContents) {
     start();
     action("mnuContents").trigger();
-    EXPECT_EQ(page(), "index.html");
+    expectAtTop("Using Tavex2");
     EXPECT_EQ(inHelp<QTabWidget>("tabHelp").currentIndex(), 0);
     help()->close();
     button("Help").click();
-    EXPECT_EQ(page(), "index.html");
+    expectAtTop("Using Tavex2");
 }
 
 TEST_F(HelpWindowTest, TheContentsMarkThePageThatIsShown) {
     start();
     action("mnuContents").trigger();
     QTextBrowser& shown = inHelp<QTextBrowser>("txtPage");
-    for (const char* link : {"setup.html", "scale.html#cwnLeft"}) {
+    for (const auto& [link, marked] :
+         {std::pair("setup.html", "The setup"), std::pair("scale.html#cwnLeft", "The scale dialog")}) {
         shown.setSource(shown.source().resolved(QUrl(QLatin1String(link))));
-        EXPECT_EQ(inHelp<QListWidget>("lstContents").currentItem()->text().toStdString(),
-                  shown.documentTitle().toStdString())
-            << link;
+        EXPECT_EQ(inHelp<QListWidget>("lstContents").currentItem()->text().toStdString(), marked) << link;
     }
 }
 
@@ -101,7 +106,7 @@ TEST_F(HelpWindowTest, ASearchShowsThePageWithTheWords) {
     QTest::keyClicks(&query, QStringLiteral("simpson integral"));
     EXPECT_TRUE(listed("lstHits", 0).starts_with("Measuring between cursors\n"));
     QTest::keyClick(&query, Qt::Key_Return);
-    EXPECT_EQ(page(), "information.html");
+    expectAtTop("Measuring between cursors");
     EXPECT_GE(inHelp<QTextBrowser>("txtPage").extraSelections().size(), 2) << "the words are marked";
 }
 
@@ -112,33 +117,31 @@ TEST_F(HelpWindowTest, TheIndexLeadsToPages) {
     auto& keyword = inHelp<QLineEdit>("txtIndex");
     QTest::keyClicks(&keyword, QStringLiteral("pre-trigger"));
     QTest::keyClick(&keyword, Qt::Key_Return);
-    EXPECT_EQ(page(), "setup.html");
+    expectAtTop("The setup");
 }
 
 TEST_F(HelpWindowTest, F1OpensThePageOfTheWindowWithTheFocus) {
     start();
     QTest::keyClick(&window(), Qt::Key_F1);
-    EXPECT_EQ(page(), "main-window.html");
+    expectAtTop("The main window");
     help()->close();
 
     collect();
     action("mnuOverlay").trigger();
-    expectHelpInDialog("mnuEdit_0", "frmComments", "comments.html");
-    expectHelpInDialog("mnuEdit_2", "frmLabels", "labels.html");
-    expectHelpInDialog("mnuEdit_1", "frmProperties", "setup.html", "cwnDuration");
-    expectHelpInDialog("mnuScale", "frmScale", "scale.html", "optVolts_1");
-    expectHelpInDialog("mnuInfo", "frmInfo", "information.html");
-    expectHelpInDialog("mnuViewOverlay", "frmOverlay", "overlay.html");
-    expectHelpInDialog("mnuAbout_0", "frmAbout", "about.html");
-    expectHelpInDialog("mnuDigital", "MessageBox", "messages.html");
+    expectHelpInDialog("mnuEdit_0", "frmComments", "Comments");
+    expectHelpInDialog("mnuEdit_2", "frmLabels", "Labels and units");
+    expectHelpInDialog("mnuEdit_1", "frmProperties", "Duration", "cwnDuration");
+    expectHelpInDialog("mnuScale", "frmScale", "volts", "optVolts_1");
+    expectHelpInDialog("mnuInfo", "frmInfo", "Measuring between cursors");
+    expectHelpInDialog("mnuViewOverlay", "frmOverlay", "Overlaying trials");
+    expectHelpInDialog("mnuAbout_0", "frmAbout", "About, help and a newer version");
+    expectHelpInDialog("mnuDigital", "MessageBox", "Messages and what to do");
 }
 
 TEST_F(HelpWindowTest, HelpThatIsOpenStaysUsableWhenADialogOpens) {
     start();
     action("mnuContents").trigger();
     WhenDialogOpens dialog("frmScale", [&](QWidget& shown) {
-        shown.activateWindow();
-        EXPECT_TRUE(waitFor([&] { return shown.isActiveWindow(); }));
         turnPageAndClose();
         qobject_cast<QDialog*>(&shown)->reject();
     });
@@ -152,7 +155,7 @@ TEST_F(HelpWindowTest, F1InAControlGoesToItsParagraph) {
         auto* rate = shown.findChild<QWidget*>(QStringLiteral("cwnRate"));
         rate->setFocus();
         QTest::keyClick(rate, Qt::Key_F1);
-        EXPECT_EQ(address(), "setup.html#cwnRate");
+        expectAtTop("Rate");
         qobject_cast<QDialog*>(&shown)->reject();
     });
     action("mnuEdit_1").trigger();

@@ -62,7 +62,7 @@ class SetupWindowTest : public MainWindowTest {
     }
 };
 
-TEST_F(SetupWindowTest, HasTheCaptionsFormatsLimitsAndTipsOfTheLaboratorysInstructions) {
+TEST_F(SetupWindowTest, HasItsCaptionsFormatsLimitsAndTips) {
     start();
     inDialog([](QWidget& dialog) {
         EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Stimulus and Sampling Properities"));

@@ -7,7 +7,7 @@
 namespace tavex2 {
 namespace {
 
-constexpr std::array<std::uint32_t, 16> laidDown{0x000000, 0xFF0000, 0x0000FF, 0x00FF00, 0xC0C0C0, 0x800000,
+constexpr std::array<std::uint32_t, 16> sixteen{0x000000, 0xFF0000, 0x0000FF, 0x00FF00, 0xC0C0C0, 0x800000,
                                                  0x000080, 0x008000, 0xE0E0E0, 0x00FFFF, 0xFFFF00, 0xFF80FF,
                                                  0x808080, 0x008000, 0x808000, 0x800080};
 
@@ -17,7 +17,7 @@ std::uint32_t number(Rgb colour) {
 
 TEST(TraceColours, AreTheSixteenInOrder) {
     for (int position = 0; position < 16; ++position)
-        EXPECT_EQ(number(traceColour(position)), laidDown[static_cast<std::size_t>(position)]) << position;
+        EXPECT_EQ(number(traceColour(position)), sixteen[static_cast<std::size_t>(position)]) << position;
 }
 
 TEST(TraceColours, RepeatAfterSixteen) {

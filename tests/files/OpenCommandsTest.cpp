@@ -64,7 +64,7 @@ class OpenCommandsTest : public testing::Test {
                         }};
 };
 
-TEST_F(OpenCommandsTest, AsksWithTheLaidDownDialog) {
+TEST_F(OpenCommandsTest, AsksForATrialFileWithItsFilters) {
     m_open.mnuOpenLumidor2_Click();
     ASSERT_EQ(m_dialogs.asked.size(), 1U);
     EXPECT_EQ(m_dialogs.asked[0].title, "Open");

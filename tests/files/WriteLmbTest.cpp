@@ -47,7 +47,7 @@ class WriteLmbTest : public testing::Test {
     }
 };
 
-TEST_F(WriteLmbTest, WritesFilesOfTheLaidDownSize) {
+TEST_F(WriteLmbTest, WritesAHeaderAndFourBytesASample) {
     for (const auto& [channels, samples] : {std::pair{1, 1}, {1, 2001}, {2, 2001}, {12, 5001}, {64, 3}}) {
         collect(m_state, ramp(channels, samples));
         ASSERT_TRUE(WriteLmb(m_path, m_state, someTime));

@@ -1,7 +1,7 @@
 #include "app/cli/CommandLine.h"
 #include "files/Import.h"
-#include "platform/devices/SndfileSignal.h"
 #include "support/Fakes.h"
+#include "support/RecordingFile.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -12,13 +12,9 @@
 namespace tavex2::test {
 namespace {
 
-/// Collects from a recorded heart signal, where the recordings lie beside the project.
+/// Collects from a recorded heart signal.
 class RecordedTrialTest : public testing::Test {
   protected:
-    void SetUp() override {
-        if (!std::filesystem::exists(recording)) GTEST_SKIP() << recording << " is not there";
-    }
-
     void collect(std::vector<std::string> arguments) {
         const std::vector<std::string> fixed{"tavex2",
                                              "collect",
@@ -32,7 +28,7 @@ class RecordedTrialTest : public testing::Test {
                                              "--set",
                                              "Rate=1000",
                                              "--set",
-                                             "Duration=5"};
+                                             "Duration=3"};
         arguments.insert(arguments.begin(), fixed.begin(), fixed.end());
         std::vector<const char*> argv;
         for (const std::string& each : arguments)
@@ -54,43 +50,43 @@ class RecordedTrialTest : public testing::Test {
         const auto file = readLmbFile(folder / name);
         ASSERT_TRUE(file) << file.error().text;
         ASSERT_EQ(file.value().samples.channels(), 12);
-        ASSERT_EQ(file.value().samples.samples(), 5001);
-        auto signal = openSndfileSignal(recording);
-        ASSERT_TRUE(signal);
-        std::vector<double> scans(5001 * 12);
-        ASSERT_TRUE(signal.value()->read(first, scans));
-        for (int channel = 0; channel < 12; ++channel)
-            for (std::size_t i = 0; i < 5001; ++i)
-                ASSERT_EQ(file.value().samples.floats(channel)[i],
-                          static_cast<float>(scans[i * 12 + static_cast<std::size_t>(channel)]));
+        ASSERT_EQ(file.value().samples.samples(), 3001);
+        ASSERT_GE(samples.size(), static_cast<std::size_t>(first + 3001) * 12);
+        for (std::size_t channel = 0; channel < 12; ++channel)
+            for (std::size_t i = 0; i < 3001; ++i) {
+                const std::int16_t sample = samples[(static_cast<std::size_t>(first) + i) * 12 + channel];
+                ASSERT_EQ(file.value().samples.floats(static_cast<int>(channel))[i],
+                          static_cast<float>(sample / 32768.0 * 10.0))
+                    << "channel " << channel << ", sample " << i;
+            }
     }
 
-    const std::filesystem::path recording =
-        std::filesystem::path(TAVEX2_ROOT) / ".." / "shared" / "data" / "ecg-12lead-1000hz.wav";
+    const std::filesystem::path recording = std::filesystem::path(TAVEX2_ROOT) / "tests" / "recordings" / "heart.wav";
+    const std::vector<std::int16_t> samples = readWave(recording); ///< scan after scan, a full-scale one is 10 V
     TemporaryFolder folder;
 };
 
 TEST_F(RecordedTrialTest, HoldsTheRecordingsSamples) {
     collect({});
     expectScans("Trial0001.lmb", 0);
-    EXPECT_EQ(std::filesystem::file_size(folder / "Trial0001.lmb"), 4374U + 4U * 5001U * 13U);
+    EXPECT_EQ(std::filesystem::file_size(folder / "Trial0001.lmb"), 4374U + 4U * 3001U * 13U);
 }
 
 TEST_F(RecordedTrialTest, ThreeRepeatsAreConsecutive) {
     collect({"--set", "Repeat=3"});
     expectScans("Trial0001.lmb", 0);
-    expectScans("Trial0001-r2.lmb", 5001);
-    expectScans("Trial0001-r3.lmb", 10002);
+    expectScans("Trial0001-r2.lmb", 3001);
+    expectScans("Trial0001-r3.lmb", 6002);
 }
 
-TEST_F(RecordedTrialTest, ATriggeredTrialHasTheCrossingAtSample500) {
+TEST_F(RecordedTrialTest, ATriggeredTrialHasTheCrossingAfterItsPreTrigger) {
     collect({"--set", "TriggerMode=1", "--set", "TriggerChannel=7", "--set", "TriggerLevel=0.5"});
     const auto file = readLmbFile(folder / "Trial0001.lmb");
     ASSERT_TRUE(file);
     const auto lead = file.value().samples.floats(7);
-    EXPECT_LT(lead[499], 0.5F);
-    EXPECT_GE(lead[500], 0.5F);
-    expectScans("Trial0001.lmb", 112); // the heart's first beat after half a second
+    EXPECT_LT(lead[299], 0.5F);
+    EXPECT_GE(lead[300], 0.5F);
+    expectScans("Trial0001.lmb", 312); // the first crossing with a tenth of a trial before it is scan 612
 }
 
 } // namespace

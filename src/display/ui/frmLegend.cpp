@@ -35,7 +35,7 @@ frmLegend::frmLegend(QWidget* mainWindow) : QDialog(mainWindow, Qt::Tool | Qt::W
     setWindowTitle(tr("Legend"));
     setAttribute(Qt::WA_ShowWithoutActivating);
 
-    // A large font needs more room between the columns than was laid down for a usual one.
+    // A large font needs more room between the columns than a usual one.
     constexpr double gapTwips = 300;
     const double numberWidth = fontMetrics().horizontalAdvance(QStringLiteral("00")) + 4.0;
     const double scale = std::max(1.0, numberWidth / pixelsFromTwips(gapTwips, *this));
