@@ -1,6 +1,6 @@
 #include "app/StoredSettings.h"
 
-#include "base/PlainText.h"
+#include "base/BooleanText.h"
 
 namespace tavex2 {
 
@@ -13,7 +13,7 @@ void writeText(SettingsStore& store, const StoredKey& key, std::string_view valu
 }
 
 bool readBoolean(const SettingsStore& store, const StoredKey& key) {
-    return lowerCase(readText(store, key, "False")) == "true";
+    return booleanOf(readText(store, key, "")).value_or(false);
 }
 
 void writeBoolean(SettingsStore& store, const StoredKey& key, bool value) {

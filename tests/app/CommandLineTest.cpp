@@ -332,6 +332,15 @@ TEST_F(CommandLineTest, ASetupFileThatCannotBeUsedIsOneLine) {
     EXPECT_THAT(with("new.set"), HasSubstr("version number"));
 }
 
+TEST_F(CommandLineTest, APrefixOfASetupFileWithAControlCharacterIsRefusedByName) {
+    AcqSettings settings;
+    settings.setup.FilePrefix = std::string("a\0b", 3);
+    ASSERT_TRUE(writeSetupFile(folder / "nul.set", settings));
+    EXPECT_EQ(collect({"--setup", (folder / "nul.set").string()}), 1);
+    EXPECT_THAT(errorLine(), HasSubstr("FilePrefix cannot hold control characters, as \"a\\u0000b\" does."));
+    EXPECT_TRUE(filesWritten().empty());
+}
+
 TEST_F(CommandLineTest, ASavedTrialCanPlayTheBoardsPart) {
     ASSERT_EQ(collect({}), 0);
     EXPECT_EQ(
