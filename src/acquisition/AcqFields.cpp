@@ -1,6 +1,7 @@
 #include "acquisition/AcqFields.h"
 
 #include "base/BooleanText.h"
+#include "base/Decimal.h"
 #include "base/PlainText.h"
 #include "platform/ChannelList.h"
 
@@ -26,17 +27,14 @@ concept Number = (std::integral<T> || std::floating_point<T>)&&!std::same_as<T, 
 /// What is wrong with a value, to stand behind the name of its field; none when nothing is.
 using Problem = std::optional<std::string>;
 
-/// The shortest digits that read back as the number, all of them: the largest takes some 300.
+/// A number as the field holds it: a single-precision 12.1 is not 12.1000003815.
 template <Number T>
 std::string number(T value) {
-    std::array<char, 512> buffer;
-    const auto end = [&] {
-        if constexpr (std::integral<T>)
-            return std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-        else
-            return std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed);
-    }();
-    return {buffer.data(), end.ptr};
+    if constexpr (std::same_as<T, float>)
+        return std::isfinite(value) ? plainNumber(shortestDouble(value))
+                                    : generalDecimal(static_cast<double>(value), 1);
+    else
+        return plainNumber(static_cast<double>(value));
 }
 
 bool isControl(char character) {
@@ -44,28 +42,15 @@ bool isControl(char character) {
     return code < 0x20 || code == 0x7F;
 }
 
-/// Text as it was given, in quotes, with control characters by their number.
 std::string quoted(std::string_view text) {
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string shown = "\"";
-    for (const char each : text) {
-        if (isControl(each)) {
-            const auto code = static_cast<unsigned char>(each);
-            shown += "\\u00";
-            shown += digits[code >> 4U];
-            shown += digits[code & 0xFU];
-        } else {
-            shown += each;
-        }
-    }
-    return shown + "\"";
+    return '"' + printable(text, LineBreaks::Escape) + '"';
 }
 
 /// Says what the field takes, e.g. "must be a whole number from 1 to 100000 Hz".
 template <class T>
 std::string outOfRange(const FieldRange& range, std::string_view given) {
     std::string text = std::is_integral_v<T> ? "must be a whole number from " : "must be a number from ";
-    text += number(range.lowest) + " to " + number(range.highest);
+    text += plainNumber(range.lowest) + " to " + plainNumber(range.highest);
     if (!range.unit.empty()) text += " " + std::string(range.unit);
     return text + ", not " + quoted(given) + ".";
 }

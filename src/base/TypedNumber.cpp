@@ -1,5 +1,6 @@
 #include "base/TypedNumber.h"
 
+#include "base/Decimal.h"
 #include "base/PlainText.h"
 
 #include <algorithm>
@@ -59,7 +60,7 @@ std::optional<Parts> takeApart(std::string_view text) {
     const auto [stopped, error] = std::from_chars(from, end, ignored);
     if (error == std::errc::invalid_argument) return std::nullopt;
     const std::string_view rest = withoutBlanks(std::string_view(stopped, static_cast<std::size_t>(end - stopped)));
-    const bool startedExponent = lowerCase(std::string(rest)) == "e" || lowerCase(std::string(rest)) == "e-";
+    const bool startedExponent = lowerCase(rest) == "e" || lowerCase(rest) == "e-";
     if (!rest.empty() && (isDigit(rest.front()) || startedExponent ||
                           std::string_view(".+-").find(rest.front()) != std::string_view::npos))
         return std::nullopt;
@@ -95,17 +96,11 @@ bool ambiguousComma(std::string_view text) {
     return digits == 3 && !before.empty() && before.size() <= 3 && before.front() != '0';
 }
 
-std::string plain(double value) {
-    std::array<char, 512> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::fixed).ptr;
-    return {buffer.data(), end};
-}
-
 } // namespace
 
 std::string allowedText(const NumberEntry& entry) {
     const bool bounded = std::isfinite(entry.lowest) && std::isfinite(entry.highest);
-    std::string text = bounded ? plain(entry.lowest) + " to " + plain(entry.highest) : "any number";
+    std::string text = bounded ? plainNumber(entry.lowest) + " to " + plainNumber(entry.highest) : "any number";
     if (!entry.unit.empty()) text += (bounded ? " " : " of ") + entry.unit;
     text += entry.whole ? ", in steps of 1" : ", decimals too";
     for (const Unit& each : unitsFor(entry.unit))
@@ -127,7 +122,7 @@ Result<double> readTyped(std::string_view text, const NumberEntry& entry) {
     int powerOfTen = 0;
     if (!parts->unit.empty()) {
         const auto unit = std::ranges::find_if(
-            taken, [&](const Unit& each) { return lowerCase(std::string(each.name)) == lowerCase(parts->unit); });
+            taken, [&](const Unit& each) { return lowerCase(each.name) == lowerCase(parts->unit); });
         if (unit == taken.end()) return refused(given + " has a unit that this box does not take.");
         powerOfTen = unit->powerOfTen - taken.front().powerOfTen;
     }

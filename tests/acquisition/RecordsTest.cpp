@@ -271,7 +271,7 @@ TEST(AcqFieldsTest, TellsHugeNumbersInFull) {
     AcqSettings settings;
     settings.sampling.Duration = std::numeric_limits<float>::max();
     EXPECT_EQ(checkCollectable(settings, false).error().text,
-              "Duration must be a number from 0.01 to 3600 s, not \"340282346638528859811704183484516925440\".");
+              "Duration must be a number from 0.01 to 3600 s, not \"340282349999999991754788743781432688640\".");
     settings.sampling.Duration = 12345.6F;
     EXPECT_THAT(checkCollectable(settings, false).error().text, HasSubstr("not \"12345.6\"."));
 }
