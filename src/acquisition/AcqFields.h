@@ -1,10 +1,14 @@
 #pragma once
 
 #include "acquisition/records/AcqSettings.h"
+#include "acquisition/records/SamplingBlock.h"
 #include "base/Result.h"
 
+#include <array>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tavex2 {
@@ -16,21 +20,29 @@ struct FieldRange {
     std::string_view unit; ///< empty for a plain number
 };
 
+/// The range of a sampling setting; an empty one for texts and derived numbers.
+constexpr FieldRange samplingRange(std::string_view name) {
+    constexpr double int16Max = 32767;
+    constexpr std::array<std::pair<std::string_view, FieldRange>, 8> ranges{{
+        {"DIOMask", {0, 255, ""}},
+        {"DIOLatency", {0, int16Max, "ms"}},
+        {"DIOState", {0, 1, ""}},
+        {"Rate", {1, 100000, "Hz"}},
+        {"Duration", {0.01, 3600, "s"}},
+        {"UpperVolts", {-10, 10, "V"}},
+        {"LowerVolts", {-10, 10, "V"}},
+        {"Repeat", {1, 500, ""}},
+    }};
+    for (const auto& [each, range] : ranges)
+        if (each == name) return range;
+    return {};
+}
+
 /// Calls `visit(name, field, range)` for every sampling setting in the order of the setup file.
 template <class Sampling, class Visit>
 void forEachSamplingField(Sampling& sampling, Visit&& visit) {
-    constexpr double int16Max = 32767;
-    visit("DIOMask", sampling.DIOMask, FieldRange{0, 255, ""});
-    visit("DIOLatency", sampling.DIOLatency, FieldRange{0, int16Max, "ms"});
-    visit("DIOState", sampling.DIOState, FieldRange{0, 1, ""});
-    visit("Channels", sampling.Channels, FieldRange{});
-    visit("Rate", sampling.Rate, FieldRange{1, 100000, "Hz"});
-    visit("Duration", sampling.Duration, FieldRange{0.01, 3600, "s"});
-    visit("UpperVolts", sampling.UpperVolts, FieldRange{-10, 10, "V"});
-    visit("LowerVolts", sampling.LowerVolts, FieldRange{-10, 10, "V"});
-    visit("NumChannels", sampling.NumChannels, FieldRange{});
-    visit("NumSamples", sampling.NumSamples, FieldRange{});
-    visit("Repeat", sampling.Repeat, FieldRange{1, 500, ""});
+    forEachSampling(sampling,
+                    [&visit](std::string_view name, auto& field) { visit(name, field, samplingRange(name)); });
 }
 
 /// Calls `visit(name, field, range)` for every field of the record in the order of the setup file. `Settings` is
@@ -80,12 +92,28 @@ FieldRange rangeOf(std::string_view name);
 /// Sets one field by its name from text, as a user types it: numbers with "." as decimal separator, True/False (also
 /// 1/0, yes/no) for yes/no fields, up to eight comma-separated numbers for DIOLatency and DIOState. Errors: NotFound
 /// for an unknown name; InvalidValue, naming the field, its range and what was given, for a value that is no such
-/// number, lies outside the range or would be cut, and for the fields that the program derives itself.
+/// number, lies outside the range, would be cut or holds control characters, and for the fields that the program
+/// derives itself.
 Result<void> setField(AcqSettings& settings, std::string_view name, std::string_view text);
 
-/// Whether a collection can be made with these settings, which may come from a file: the prefix must be usable in
-/// file names, the sampling fields and the start delay must lie in their ranges, and with `triggerEnabled` the trigger
-/// fields too. The InvalidValue error names the first field that does not.
+/// What is wrong with one field: `text` follows the field's name or the caption of its control, as in "Rate must be
+/// ...".
+struct FieldProblem {
+    std::string_view field;
+    std::string text;
+};
+
+/// The first field that stands in the way of a collection with these settings, which may come from a file; none when a
+/// collection can be made. The prefix must be usable in file names, no text may hold control characters, a channel list
+/// must not have been cut inside its last range, the sampling fields and the start delay must lie in their ranges, and
+/// with `triggerEnabled` the trigger fields too.
+std::optional<FieldProblem> collectionProblem(const AcqSettings& settings, bool triggerEnabled);
+
+/// collectionProblem() as an InvalidValue error that names the field.
 Result<void> checkCollectable(const AcqSettings& settings, bool triggerEnabled);
+
+/// The last item of a channel list that fills its field to the last character and ends in a digit there: it may have
+/// been cut inside that number. Empty for every other list.
+std::string possiblyCutItem(const FixedText<50>& channels);
 
 } // namespace tavex2

@@ -11,12 +11,14 @@
 #include <limits>
 #include <span>
 #include <string_view>
+#include <utility>
 
 namespace tavex2 {
 
 namespace {
 
 constexpr std::int16_t layoutVersion = 1;
+constexpr std::string_view firstField = "Version";
 /// The last field of the first group, which is read whole before its version is judged.
 constexpr std::string_view lastOfFirstGroup = "FilePrefix";
 
@@ -82,18 +84,24 @@ class Decoder {
 
 std::string encodeSetup(const AcqSettings& settings) {
     Encoder encoder;
-    forEachField(settings, [&](std::string_view, const auto& field, const FieldRange&) { encoder.put(field); });
+    // What lies in memory may be the version of a file that was refused.
+    AcqSettings written = settings;
+    written.setup.Version = layoutVersion;
+    forEachField(std::as_const(written),
+                 [&](std::string_view, const auto& field, const FieldRange&) { encoder.put(field); });
     return encoder.bytes;
 }
 
 Result<void> decodeSetup(std::istream& in, AcqSettings& settings) {
     Decoder decoder(in);
+    bool versionRead = false;
     bool wrongVersion = false;
     forEachField(settings, [&](std::string_view name, auto& field, const FieldRange&) {
         if (wrongVersion) return;
         decoder.get(field);
+        if (name == firstField) versionRead = !decoder.failed();
         // The version counts also where the first group cannot be read to its end: another layout may well be shorter.
-        if (name == lastOfFirstGroup) wrongVersion = settings.setup.Version != layoutVersion;
+        if (name == lastOfFirstGroup) wrongVersion = versionRead && settings.setup.Version != layoutVersion;
     });
     if (wrongVersion)
         return Error{ErrorKind::WrongVersion, "The version number of the setup file is " +

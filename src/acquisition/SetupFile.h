@@ -13,12 +13,12 @@ namespace tavex2 {
 // little-endian without padding, header or terminator. Booleans are 16-bit, fixed texts have their full width, texts of
 // variable length are an unsigned 16-bit count of bytes and that many bytes of Windows-1252.
 
-/// The bytes of a setup file. Texts beyond 65535 bytes are cut; characters that Windows-1252 lacks become "?".
+/// The bytes of a setup file of version 1, whatever version the settings were read from. Texts beyond 65535 bytes are cut; characters that Windows-1252 lacks become "?".
 std::string encodeSetup(const AcqSettings& settings);
 
 /// Reads settings field by field into `settings`; what was read before a failure stays there. Values are taken as they
-/// are, whatever their ranges. Errors: WrongVersion when the file's version is not 1, with the first group read as far
-/// as it goes and nothing after it; BadFormat when the file ends too soon.
+/// are, whatever their ranges. Errors: WrongVersion when the version that the file holds is not 1, with the first
+/// group read as far as it goes and nothing after it; BadFormat when the file ends too soon.
 Result<void> decodeSetup(std::istream& in, AcqSettings& settings);
 
 /// Writes a setup file, as a whole or not at all. The errors are those of AtomicFile.

@@ -55,7 +55,8 @@ void OutsidePrograms::startSibling() {
         return;
     }
     const std::string& data = m_state.paths.DataDir;
-    writeText(m_services.store, stored::siblingDataDir, data);
+    // The program starts in that folder anyway.
+    (void)writeText(m_services.store, stored::siblingDataDir, data);
     ShellRequest request{.file = m_services.shell.pathOf(siblingFolder(), sibling), .parameters = {}, .folder = data};
     const std::string savedName = m_state.DataPresent() ? m_state.trials.CurrentTrial->savedName : std::string();
     if (!m_state.LastTabExport.empty())

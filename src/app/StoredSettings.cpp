@@ -1,6 +1,6 @@
 #include "app/StoredSettings.h"
 
-#include "base/PlainText.h"
+#include "base/BooleanText.h"
 
 namespace tavex2 {
 
@@ -8,16 +8,16 @@ std::string readText(const SettingsStore& store, const StoredKey& key, std::stri
     return store.read(key.application, key.section, key.key).value_or(std::string(whenMissing));
 }
 
-void writeText(SettingsStore& store, const StoredKey& key, std::string_view value) {
-    store.write(key.application, key.section, key.key, value);
+Result<void> writeText(SettingsStore& store, const StoredKey& key, std::string_view value) {
+    return store.write(key.application, key.section, key.key, value);
 }
 
 bool readBoolean(const SettingsStore& store, const StoredKey& key) {
-    return lowerCase(readText(store, key, "False")) == "true";
+    return booleanOf(readText(store, key, "")).value_or(false);
 }
 
-void writeBoolean(SettingsStore& store, const StoredKey& key, bool value) {
-    writeText(store, key, value ? "True" : "False");
+Result<void> writeBoolean(SettingsStore& store, const StoredKey& key, bool value) {
+    return writeText(store, key, value ? "True" : "False");
 }
 
 } // namespace tavex2

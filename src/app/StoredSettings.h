@@ -39,10 +39,11 @@ inline constexpr StoredKey hardwarePage{"Tavex2", "Startup", "Hardwarewebsite"};
 
 /// The stored text, or `whenMissing` when the key does not exist (an empty text counts as existing).
 std::string readText(const SettingsStore& store, const StoredKey& key, std::string_view whenMissing);
-void writeText(SettingsStore& store, const StoredKey& key, std::string_view value);
+Result<void> writeText(SettingsStore& store, const StoredKey& key, std::string_view value);
 
-/// Booleans are stored as "True" and "False"; a missing key or any other text is False.
+/// Booleans are stored as "True" and "False". What people and other programs write is understood too (booleanOf); a
+/// missing key or any other text is False.
 bool readBoolean(const SettingsStore& store, const StoredKey& key);
-void writeBoolean(SettingsStore& store, const StoredKey& key, bool value);
+Result<void> writeBoolean(SettingsStore& store, const StoredKey& key, bool value);
 
 } // namespace tavex2

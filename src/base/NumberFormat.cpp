@@ -1,10 +1,8 @@
 #include "base/NumberFormat.h"
 
 #include "base/Decimal.h"
-#include "base/PlainText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstddef>
 
@@ -63,22 +61,6 @@ std::string formatNumber(double value, std::string_view format) {
 
 std::string unitOf(std::string_view format) {
     return takeApart(format).unit;
-}
-
-std::optional<double> parseNumber(std::string_view text, std::string_view format) {
-    const std::string wholeUnit = unitOf(format);
-    const std::string_view unit = withoutBlanks(wholeUnit);
-    text = withoutBlanks(text);
-    if (!unit.empty() && text.ends_with(unit)) text = withoutBlanks(text.substr(0, text.size() - unit.size()));
-    if (text.starts_with('+')) text.remove_prefix(1);
-    std::string plain(text);
-    std::ranges::replace(plain, ',', '.');
-
-    double value = 0;
-    const char* const end = plain.data() + plain.size();
-    const auto [stopped, error] = std::from_chars(plain.data(), end, value);
-    if (error != std::errc() || stopped != end || !std::isfinite(value)) return std::nullopt;
-    return value;
 }
 
 } // namespace tavex2

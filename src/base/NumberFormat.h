@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,9 +13,5 @@ std::string formatNumber(double value, std::string_view format);
 
 /// The unit of a display format, with the blanks before it.
 std::string unitOf(std::string_view format);
-
-/// Reads a number that a person typed, with or without the unit of `format`, with a point or a comma before the
-/// decimals; blanks around it do not matter. No value when the text is anything else or no finite number.
-std::optional<double> parseNumber(std::string_view text, std::string_view format);
 
 } // namespace tavex2

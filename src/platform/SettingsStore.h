@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Result.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,8 +17,10 @@ class SettingsStore {
     virtual std::optional<std::string> read(std::string_view application, std::string_view section,
                                             std::string_view key) const = 0;
 
-    virtual void write(std::string_view application, std::string_view section, std::string_view key,
-                       std::string_view value) = 0;
+    /// Stores a text for good: it is there when the program starts again. The WriteFailed error says where it could not
+    /// be stored.
+    virtual Result<void> write(std::string_view application, std::string_view section, std::string_view key,
+                               std::string_view value) = 0;
 
     /// Where an application's settings are kept, for people to read.
     virtual std::string location(std::string_view application) const = 0;

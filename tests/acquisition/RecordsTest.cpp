@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <limits>
+#include <string_view>
 
 namespace tavex2::test {
 namespace {
@@ -206,12 +207,26 @@ TEST(AcqFieldsTest, NamesTheFieldItsRangeAndWhatWasGiven) {
 }
 
 TEST(AcqFieldsTest, RefusesAChannelListThatWouldBeCut) {
-    const std::string list = "0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20";
+    const std::string list = "63,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19,20";
     EXPECT_THAT(refusal("Channels", list.c_str()), HasSubstr("would be cut after"));
 }
 
 TEST(AcqFieldsTest, RefusesPrefixesThatNoFileNameCanCarry) {
     EXPECT_THAT(refusal("FilePrefix", "a/b"), HasSubstr("file names"));
+}
+
+TEST(AcqFieldsTest, RefusesControlCharactersByNameAndShowsThem) {
+    AcqSettings settings;
+    const auto refused = [&](const char* name, std::string_view text) {
+        const Result<void> result = setField(settings, name, text);
+        return result ? "accepted" : result.error().text;
+    };
+    using namespace std::string_view_literals;
+    EXPECT_EQ(refused("FilePrefix", "a\0b"sv), "FilePrefix cannot hold control characters, as \"a\\u0000b\" does.");
+    EXPECT_THAT(refused("FilePrefix", "a\nb"), HasSubstr("a\\u000ab"));
+    EXPECT_THAT(refused("Channels", "0:1\x7f"), HasSubstr("Channels cannot hold control characters"));
+    EXPECT_EQ(refused("Rate", "1\0000"sv), "Rate must be a whole number from 1 to 100000 Hz, not \"1\\u00000\".");
+    EXPECT_THAT(refused("Ra\0te", "5"), HasSubstr("no setting named"));
 }
 
 TEST(AcqFieldsTest, RefusesDerivedAndUnknownFields) {
@@ -243,6 +258,41 @@ TEST(AcqFieldsTest, SettingsFromAFileAreCheckedBeforeTheyAreCollectedWith) {
     EXPECT_EQ(refused([](auto& s) { s.setup.TrialNumber = 12344; }), "accepted") << "names above 9999 are allowed";
     EXPECT_EQ(refused([](auto& s) { s.sampling.Duration = 0.01F; }), "accepted") << "the limit itself";
     EXPECT_THAT(refused([](auto& s) { s.setup.FilePrefix = "../Trial"; }), HasSubstr("file names"));
+    EXPECT_THAT(refused([](auto& s) { s.setup.FilePrefix = std::string("a\0b", 3); }),
+                HasSubstr("FilePrefix cannot hold control characters, as \"a\\u0000b\" does."));
+    EXPECT_THAT(refused([](auto& s) { s.sampling.Channels.assign("0:1\t"); }), HasSubstr("Channels cannot hold"));
+    EXPECT_EQ(refused([](auto& s) { s.trigger.TriggerChannel = std::string("1\0", 2); }), "accepted")
+        << "not triggered";
+    EXPECT_THAT(refused([](auto& s) { s.trigger.TriggerChannel = std::string("1\0", 2); }, true),
+                HasSubstr("TriggerChannel cannot hold"));
+}
+
+TEST(AcqFieldsTest, TellsHugeNumbersInFull) {
+    AcqSettings settings;
+    settings.sampling.Duration = std::numeric_limits<float>::max();
+    EXPECT_EQ(checkCollectable(settings, false).error().text,
+              "Duration must be a number from 0.01 to 3600 s, not \"340282349999999991754788743781432688640\".");
+    settings.sampling.Duration = 12345.6F;
+    EXPECT_THAT(checkCollectable(settings, false).error().text, HasSubstr("not \"12345.6\"."));
+}
+
+TEST(AcqFieldsTest, RefusesAStoredListThatWasCutInsideARange) {
+    AcqSettings settings;
+    const std::string list = "63,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,20:25";
+    ASSERT_EQ(list.size(), 50U);
+    settings.sampling.Channels.assign(list);
+    EXPECT_TRUE(checkCollectable(settings, false)) << "a list may be as long as its field";
+    EXPECT_EQ(possiblyCutItem(settings.sampling.Channels), "20:25");
+
+    settings.sampling.Channels.assign("0," + list);
+    EXPECT_EQ(checkCollectable(settings, false).error().text,
+              "Channels fills its 50 characters and was cut in \"20:\". Enter the list anew, shorter, for example with "
+              "ranges such as 0:7.");
+    settings.sampling.Channels.assign("1" + list);
+    EXPECT_THAT(checkCollectable(settings, false).error().text, HasSubstr("was cut in \"20:2\""));
+    settings.sampling.Channels.assign(list.substr(0, 48));
+    EXPECT_TRUE(checkCollectable(settings, false)) << "what is wrong with a short list, the board says";
+    EXPECT_EQ(possiblyCutItem(settings.sampling.Channels), "");
 }
 
 TEST(AcqFieldsTest, ListsTheFieldsInTheOrderOfTheSetupFile) {

@@ -128,10 +128,11 @@ TEST_F(SetupCommandsTest, ACancelledLoadChangesNothing) {
 
 TEST_F(SetupCommandsTest, AnotherVersionIsRefusedAfterItsFirstBlockWasTakenOver) {
     AcqSettings stored;
-    stored.setup.Version = 2;
     stored.setup.StartDelay = 17;
     stored.sampling.Rate = 4321;
-    dialogs.answers = {write("Newer.set", encodeSetup(stored))};
+    std::string newer = encodeSetup(stored);
+    newer[0] = 2;
+    dialogs.answers = {write("Newer.set", newer)};
     commands.LoadSetup();
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(messages.shown[0].text,

@@ -16,6 +16,12 @@ Result<void> decode(const std::string& bytes, AcqSettings& settings) {
     return decodeSetup(in, settings);
 }
 
+/// The same file as a program of another version would have written it.
+std::string ofVersion(char version, std::string bytes) {
+    bytes[0] = version;
+    return bytes;
+}
+
 /// Settings that differ from the defaults in every field.
 AcqSettings unusual() {
     AcqSettings s;
@@ -76,19 +82,34 @@ TEST(SetupFileTest, ReadsBackWhatItWrote) {
 }
 
 TEST(SetupFileTest, AnotherVersionIsRefusedAfterItsFirstGroupWasTakenOver) {
-    AcqSettings other = unusual();
-    other.setup.Version = 2;
     AcqSettings settings;
-    const auto result = decode(encodeSetup(other), settings);
+    const auto result = decode(ofVersion(2, encodeSetup(unusual())), settings);
     ASSERT_FALSE(result);
     EXPECT_EQ(result.error().kind, ErrorKind::WrongVersion);
-    EXPECT_TRUE(settings.setup == other.setup);
+    SetupOptions other = unusual().setup;
+    other.Version = 2;
+    EXPECT_TRUE(settings.setup == other);
     EXPECT_TRUE(settings.sampling == AcqSettings{}.sampling);
 }
 
+TEST(SetupFileTest, AfterARefusedFileASavedOneCanBeReadAgain) {
+    AcqSettings settings;
+    ASSERT_EQ(decode(ofVersion(7, encodeSetup(unusual())), settings).error().kind, ErrorKind::WrongVersion);
+    const std::string saved = encodeSetup(settings);
+    EXPECT_EQ(saved.substr(0, 2), std::string("\x01\0", 2));
+    EXPECT_TRUE(decode(saved, settings));
+    EXPECT_EQ(settings.setup.Version, 1);
+}
+
+TEST(SetupFileTest, AFileTooShortForAVersionIsNotJudgedByTheOneReadBefore) {
+    AcqSettings settings;
+    ASSERT_EQ(decode(ofVersion(7, encodeSetup(unusual())), settings).error().kind, ErrorKind::WrongVersion);
+    EXPECT_EQ(decode("", settings).error().kind, ErrorKind::BadFormat);
+    EXPECT_EQ(decode("\x01", settings).error().kind, ErrorKind::BadFormat);
+}
+
 TEST(SetupFileTest, AWildPrefixLengthInAnotherVersionIsStillAnotherVersion) {
-    std::string bytes = encodeSetup(AcqSettings{});
-    bytes[0] = 9;
+    std::string bytes = ofVersion(9, encodeSetup(AcqSettings{}));
     bytes[30] = '\xFF';
     bytes[31] = '\xFF';
     AcqSettings settings;

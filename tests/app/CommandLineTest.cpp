@@ -328,9 +328,17 @@ TEST_F(CommandLineTest, ASetupFileThatCannotBeUsedIsOneLine) {
     settings.sampling.Repeat = -2;
     ASSERT_TRUE(writeSetupFile(folder / "wild.set", settings));
     EXPECT_THAT(with("wild.set"), HasSubstr("Repeat must be a whole number from 1 to 500"));
-    settings.setup.Version = 3;
-    ASSERT_TRUE(writeSetupFile(folder / "new.set", settings));
+    std::ofstream(folder / "new.set", std::ios::binary) << '\x03' << encodeSetup(settings).substr(1);
     EXPECT_THAT(with("new.set"), HasSubstr("version number"));
+}
+
+TEST_F(CommandLineTest, APrefixOfASetupFileWithAControlCharacterIsRefusedByName) {
+    AcqSettings settings;
+    settings.setup.FilePrefix = std::string("a\0b", 3);
+    ASSERT_TRUE(writeSetupFile(folder / "nul.set", settings));
+    EXPECT_EQ(collect({"--setup", (folder / "nul.set").string()}), 1);
+    EXPECT_THAT(errorLine(), HasSubstr("FilePrefix cannot hold control characters, as \"a\\u0000b\" does."));
+    EXPECT_TRUE(filesWritten().empty());
 }
 
 TEST_F(CommandLineTest, ASavedTrialCanPlayTheBoardsPart) {

@@ -80,5 +80,21 @@ TEST_F(ExitTest, YesSavesAndGoesOnOnlyWhenTheTrialWasSaved) {
     EXPECT_FALSE(store.values.empty());
 }
 
+TEST_F(ExitTest, SettingsThatCannotBeStoredAreToldOnceAndTheUserDecides) {
+    store.full = true;
+    messages.answers = {MessageAnswer::Cancel, MessageAnswer::Ok};
+    EXPECT_FALSE(mayExit());
+    ASSERT_EQ(messages.shown.size(), 1U) << "one message for all of them";
+    EXPECT_EQ(messages.shown[0].title, "Settings Not Stored");
+    EXPECT_EQ(messages.shown[0].buttons, MessageButtons::OkCancel);
+    EXPECT_THAT(messages.shown[0].text, testing::HasSubstr("The store of Tavex2 is full."));
+    EXPECT_TRUE(mayExit()) << "OK exits all the same";
+    EXPECT_EQ(messages.shown.size(), 2U);
+    store.full = false;
+    EXPECT_TRUE(mayExit());
+    EXPECT_EQ(messages.shown.size(), 2U);
+    EXPECT_FALSE(store.values.empty());
+}
+
 } // namespace
 } // namespace tavex2::test

@@ -416,7 +416,7 @@ TEST_F(MainWindowTest, TheSiblingProgramWaitsUntilItIsThere) {
     EXPECT_FALSE(action("mnuProgram_0").isEnabled());
     EXPECT_TRUE(action("mnuProgram_1").isEnabled());
     std::ofstream(folder / "Lumidor2.exe") << "x";
-    store.write("Lumidor2", "Startup", "Progdir", folder.path().string());
+    ASSERT_TRUE(store.write("Lumidor2", "Startup", "Progdir", folder.path().string()));
     Q_EMIT analyse.aboutToShow();
     EXPECT_TRUE(action("mnuProgram_0").isEnabled());
 }

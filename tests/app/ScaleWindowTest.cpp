@@ -14,7 +14,10 @@ class ScaleWindowTest : public MainWindowTest {
 
     /// Opens the dialog and lets `drive` work in it; the dialog must be closed at its end.
     void inDialog(const std::function<void(QWidget& dialog)>& drive) {
-        WhenDialogOpens dialog("frmScale", drive);
+        WhenDialogOpens dialog("frmScale", [&drive](QWidget& shown) {
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
+            drive(shown);
+        });
         action("mnuScale").trigger();
         ASSERT_TRUE(dialog.opened());
     }
@@ -115,15 +118,44 @@ TEST_F(ScaleWindowTest, UnitsTakeEffectAtOnceAndSurviveCancel) {
     });
 }
 
-TEST_F(ScaleWindowTest, TextThatIsNoNumberIsNotTaken) {
+TEST_F(ScaleWindowTest, TextThatIsNoNumberIsNotTakenAndToldAboveTheButtons) {
+    start({"Duration=2", "DIOMask=0"});
+    inDialog([](QWidget& dialog) {
+        const auto told = [&dialog] { return dialog.findChild<QLabel*>(QStringLiteral("lblError"))->text(); };
+        click(dialog, "chkAutoScale");
+        for (const char* text : {"abc", "1e400", "5 V"}) {
+            CWNumEdit& right = box(dialog, "cwnRight");
+            right.setFocus();
+            right.selectAll();
+            QTest::keyClicks(&right, QLatin1String(text));
+            EXPECT_EQ(right.value(), 2) << text;
+            EXPECT_TRUE(told().startsWith(QStringLiteral("Right : \"%1\" ").arg(QLatin1String(text))));
+            EXPECT_TRUE(told().endsWith(QLatin1String("Allowed: any number of s, decimals too; ms is taken too.")));
+            QTest::mouseClick(dialog.findChild<QWidget*>(QStringLiteral("cmdOK")), Qt::LeftButton);
+            ASSERT_TRUE(dialog.isVisible()) << text;
+            EXPECT_EQ(dialog.focusWidget(), &right);
+            dialog.findChild<QWidget*>(QStringLiteral("cwnLeft"))->setFocus();
+            EXPECT_EQ(right.text(), QStringLiteral("2 s"));
+            EXPECT_TRUE(told().endsWith(QLatin1String("was not taken: the value is 2 s again.")))
+                << told().toStdString();
+        }
+        click(dialog, "cmdCancel");
+    });
+}
+
+TEST_F(ScaleWindowTest, ATypedUnitIsConvertedIntoTheBoxesOwn) {
     start({"Duration=2", "DIOMask=0"});
     inDialog([](QWidget& dialog) {
         click(dialog, "chkAutoScale");
-        type(dialog, "cwnRight", QStringLiteral("abc"));
-        EXPECT_EQ(box(dialog, "cwnRight").value(), 2);
-        EXPECT_EQ(box(dialog, "cwnRight").text(), QStringLiteral("2 s"));
+        type(dialog, "cwnLeft", QStringLiteral("250 ms"));
         type(dialog, "cwnRight", QStringLiteral("1,5"));
+        EXPECT_EQ(box(dialog, "cwnLeft").value(), 0.25);
         EXPECT_EQ(box(dialog, "cwnRight").value(), 1.5);
+        click(dialog, "optTime_0");
+        type(dialog, "cwnRight", QStringLiteral("2.5 s"));
+        EXPECT_EQ(box(dialog, "cwnRight").value(), 2500);
+        type(dialog, "cwnUpper", QStringLiteral("4 mV"));
+        EXPECT_EQ(box(dialog, "cwnUpper").value(), 0.004);
         click(dialog, "cmdCancel");
     });
 }

@@ -58,6 +58,16 @@ TEST_F(StartUpTest, TheFirstStartTakesTheDefaults) {
     EXPECT_TRUE(store.values.empty()) << "start-up only reads";
 }
 
+TEST_F(StartUpTest, UnderstandsAYesHoweverItWasStored) {
+    const std::vector<std::pair<const char*, bool>> texts{
+        {"True", true}, {"true", true}, {"1", true}, {"-1", true},     {" Yes ", true},
+        {"0", false},   {"no", false},  {"", false}, {"maybe", false}, {"False", false}};
+    for (const auto& [text, maximized] : texts) {
+        store.values["Tavex2/Startup/Fullscreen"] = text;
+        EXPECT_EQ(start().maximized, maximized) << text;
+    }
+}
+
 TEST_F(StartUpTest, ReadsEveryStoredKeyUnderItsOwnApplicationName) {
     store.values = {{"Tavex2/Startup/Progdir", "/a"},      {"Tavex2/Startup/Datadir", (folder / "data").string()},
                     {"Tavex2/Startup/Lastfile", "/f.lmb"}, {"Tavex2/Startup/Lastsetupfile", "/s.set"},

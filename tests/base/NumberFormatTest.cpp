@@ -30,26 +30,6 @@ TEST(NumberFormat, NeverShowsAnEmptyNumber) {
     EXPECT_EQ(formatNumber(0, "##. \"s\""), "0 s");
 }
 
-TEST(NumberFormat, ReadsNumbersWithAndWithoutTheirUnit) {
-    EXPECT_EQ(parseNumber("0.5", "0 \"s\""), 0.5);
-    EXPECT_EQ(parseNumber(" 0.5 s ", "0 \"s\""), 0.5);
-    EXPECT_EQ(parseNumber("0.5s", "0 \"s\""), 0.5);
-    EXPECT_EQ(parseNumber("-1e3 mV", "0 \"mV\""), -1000);
-    EXPECT_EQ(parseNumber("+2,75", "0 \"V\""), 2.75);
-    EXPECT_EQ(parseNumber("10 %", "0.\" %\""), 10);
-}
-
-TEST(NumberFormat, RefusesWhatIsNoNumber) {
-    for (const char* text : {"", " ", "s", "1 2", "abc", "1e999", "nan", "inf", "0.5 V"})
-        EXPECT_FALSE(parseNumber(text, "0 \"s\"")) << text;
-}
-
-TEST(NumberFormat, ReadsBackWhatItShows) {
-    for (const char* format : {"0.0\" V\"", "#.000 \"V\"", "0 \"ms\"", "0.### \"s\""})
-        for (const double value : {0.0, 3.0, -17.0, 250.0})
-            EXPECT_EQ(parseNumber(formatNumber(value, format), format), value) << format;
-}
-
 TEST(NumberFormat, DoesNotHideWhatIsNotFinite) {
     EXPECT_EQ(formatNumber(std::numeric_limits<double>::infinity(), "0 \"s\""), "inf");
 }

@@ -42,16 +42,16 @@ class RegistrySettingsTest : public testing::Test {
 
 TEST_F(RegistrySettingsTest, TellsAMissingKeyFromAnEmptyOne) {
     EXPECT_EQ(store->read("Tavex2Test", "Startup", "Datadir"), std::nullopt);
-    store->write("Tavex2Test", "Startup", "Datadir", "");
+    ASSERT_TRUE(store->write("Tavex2Test", "Startup", "Datadir", ""));
     EXPECT_EQ(store->read("Tavex2Test", "Startup", "Datadir"), "");
     EXPECT_EQ(store->read("Tavex2Test", "Elsewhere", "Datadir"), std::nullopt);
 }
 
 TEST_F(RegistrySettingsTest, TheSystemsOwnToolReadsAndWritesTheSameValues) {
     const std::string text = "C:\\Users\\J\xC3\xBCrgen\\data, 1";
-    store->write("Tavex2Test", "Startup", "Datadir", text);
+    ASSERT_TRUE(store->write("Tavex2Test", "Startup", "Datadir", text));
     EXPECT_EQ(userSettings()->read("Tavex2Test", "Startup", "Datadir"), text);
-    store->write("Tavex2Test", "Startup", "Viewer", "Notepad.exe");
+    ASSERT_TRUE(store->write("Tavex2Test", "Startup", "Viewer", "Notepad.exe"));
     EXPECT_THAT(outputOf("reg query HKCU\\Software\\Tavex2Test\\Startup /v Viewer"), HasSubstr("Notepad.exe"));
     outputOf("reg add HKCU\\Software\\Tavex2Test\\Startup /v Progdir /t REG_SZ /d C:\\Lab /f");
     EXPECT_EQ(store->read("Tavex2Test", "Startup", "Progdir"), "C:\\Lab");

@@ -285,6 +285,7 @@ class FakeShell final : public Shell {
 class FakeSettingsStore final : public SettingsStore {
   public:
     std::map<std::string, std::string> values; ///< "application/section/key" -> text
+    bool full = false;                         ///< refuses everything
 
     std::optional<std::string> read(std::string_view application, std::string_view section,
                                     std::string_view key) const override {
@@ -292,9 +293,11 @@ class FakeSettingsStore final : public SettingsStore {
         if (found == values.end()) return std::nullopt;
         return found->second;
     }
-    void write(std::string_view application, std::string_view section, std::string_view key,
-               std::string_view value) override {
+    Result<void> write(std::string_view application, std::string_view section, std::string_view key,
+                       std::string_view value) override {
+        if (full) return Error{ErrorKind::WriteFailed, "The store of " + std::string(application) + " is full."};
         values[path(application, section, key)] = value;
+        return {};
     }
 
     std::string location(std::string_view) const override { return "in memory"; }

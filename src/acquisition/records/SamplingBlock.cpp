@@ -8,23 +8,21 @@ namespace tavex2 {
 
 namespace {
 
-/// Calls `visit` for each number and text of the record in the order of the file.
+/// Calls `visit` for each number and character of the record in the order of the file.
 template <class Sampling, class Visit>
 void forEachPart(Sampling& sampling, Visit&& visit) {
-    visit(sampling.DIOMask);
-    for (auto& latency : sampling.DIOLatency)
-        visit(latency);
-    for (auto& state : sampling.DIOState)
-        visit(state);
-    for (auto& character : sampling.Channels.bytes())
-        visit(character);
-    visit(sampling.Rate);
-    visit(sampling.Duration);
-    visit(sampling.UpperVolts);
-    visit(sampling.LowerVolts);
-    visit(sampling.NumChannels);
-    visit(sampling.NumSamples);
-    visit(sampling.Repeat);
+    const auto visitAll = [&visit](auto& parts) {
+        for (auto& part : parts)
+            visit(part);
+    };
+    forEachSampling(sampling, [&](const char*, auto& field) {
+        if constexpr (requires { field.bytes(); })
+            visitAll(field.bytes());
+        else if constexpr (requires { field.size(); })
+            visitAll(field);
+        else
+            visit(field);
+    });
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "acquisition/AcqFields.h"
 #include "platform/qt/CenterForm.h"
+#include "platform/qt/NumberBoxes.h"
 #include "ui_frmProperties.h"
 
 #include <QWhatsThis>
@@ -14,6 +15,8 @@ namespace tavex2 {
 frmProperties::frmProperties(ProgramState& state, SetupServices services, QWidget* mainWindow)
     : QDialog(mainWindow), m_ui(std::make_unique<Ui::frmProperties>()), m_dialog(state, std::move(services)) {
     m_ui->setupUi(this);
+    m_boxes = new NumberBoxes(*this);
+    connect(m_boxes, &NumberBoxes::told, this, &frmProperties::tell);
     constexpr int lines = 3; // of the longest usual text, so that the dialog does not jump
     m_ui->lblMeaning->setMinimumHeight(fontMetrics().lineSpacing() * lines);
     m_ui->lblMeaning->setAlignment(Qt::AlignTop | Qt::AlignLeft);
@@ -175,16 +178,29 @@ void frmProperties::showState() {
         each->setEnabled(c.chkAutosave);
     m_ui->txtDevice->setText(QString::fromStdString(c.txtDevice));
     m_ui->txtDevice->setCursorPosition(0); // a long name shows its beginning
+    showMeaning();
+}
 
+void frmProperties::tell(const QString& text) {
+    m_told = text;
+    showMeaning();
+}
+
+void frmProperties::showMeaning() {
     const SetupMeaning meaning = m_dialog.meaning();
-    QString text = QString::fromStdString(meaning.summary).toHtmlEscaped();
-    if (!meaning.warnings.empty())
-        text += QStringLiteral(" <b>%1</b>").arg(QString::fromStdString(meaning.warnings).toHtmlEscaped());
-    m_ui->lblMeaning->setText(text);
+    QStringList parts;
+    const auto add = [&parts](const char* pattern, const QString& text) {
+        if (!text.isEmpty()) parts << QString::fromLatin1(pattern).arg(text.toHtmlEscaped());
+    };
+    add("<b>%1</b>", m_told);
+    add("%1", QString::fromStdString(meaning.summary));
+    add("<b>%1</b>", QString::fromStdString(meaning.warnings));
+    m_ui->lblMeaning->setText(parts.join(QLatin1Char(' ')));
 }
 
 void frmProperties::cmdOK_Click() {
     // What was refused stands in the line already.
+    if (m_boxes->askForCorrection()) return;
     if (m_dialog.cmdOK_Click()) accept();
 }
 

@@ -20,6 +20,7 @@ class QRadioButton;
 namespace tavex2 {
 
 class CWNumEdit;
+class NumberBoxes;
 
 /// The modal setup dialog: shows what SetupDialog holds, tells it what the user does, and says in one line what the
 /// settings come to. User-interface thread.
@@ -58,11 +59,15 @@ class frmProperties final : public QDialog {
     void bind(std::vector<QRadioButton*> options, int& value);
     void whenClicked(QAbstractButton* button, std::function<void(bool ticked)> handler);
 
+    void tell(const QString& text);
     void showState();
+    void showMeaning();
     void cmdOK_Click();
 
     std::unique_ptr<Ui::frmProperties> m_ui;
     SetupDialog m_dialog;
+    NumberBoxes* m_boxes;
+    QString m_told; ///< about an entry that was not taken
 };
 
 } // namespace tavex2

@@ -1,6 +1,7 @@
 #include "display/ui/frmScale.h"
 
 #include "platform/qt/CenterForm.h"
+#include "platform/qt/NumberBoxes.h"
 #include "ui_frmScale.h"
 
 #include <QWhatsThis>
@@ -13,7 +14,9 @@ frmScale::frmScale(AcqSettings& settings, const GraphControls& graphs, ZoomComma
     m_optTime = {m_ui->optTime_0, m_ui->optTime_1};
     m_optVolts = {m_ui->optVolts_0, m_ui->optVolts_1};
     m_optScale = {m_ui->optScale_0, m_ui->optScale_1, m_ui->optScale_2, m_ui->optScale_3, m_ui->optScale_4};
-    m_ui->lblError->hide();
+    constexpr int lines = 2; // of what is told about a box, so that the dialog does not jump
+    m_ui->lblError->setMinimumHeight(fontMetrics().lineSpacing() * lines);
+    m_boxes = new NumberBoxes(*this);
     m_dialog.Form_Load();
     showControls();
     connectControls();
@@ -52,6 +55,7 @@ void frmScale::connectControls() {
     connectBox(m_ui->cwnLeft, &ScaleDialog::enterLeft);
     connectBox(m_ui->cwnRight, &ScaleDialog::enterRight);
 
+    connect(m_boxes, &NumberBoxes::told, m_ui->lblError, &QLabel::setText);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmScale::cmdOK_Click);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &frmScale::reject);
     connect(m_ui->cmdWhatsThis, &QToolButton::clicked, this, [] { QWhatsThis::enterWhatsThisMode(); });
@@ -83,13 +87,13 @@ void frmScale::showControls() {
 }
 
 void frmScale::cmdOK_Click() {
+    if (m_boxes->askForCorrection()) return;
     const Result<void> applied = m_dialog.cmdOK_Click();
     if (applied) {
         accept();
         return;
     }
     m_ui->lblError->setText(QString::fromStdString(applied.error().text));
-    m_ui->lblError->show();
     showControls();
 }
 

@@ -15,6 +15,8 @@ class frmScale;
 
 namespace tavex2 {
 
+class NumberBoxes;
+
 /// The modal scale dialog: shows what ScaleDialog works out and tells it what the user does. User-interface thread.
 class frmScale final : public QDialog {
     Q_OBJECT
@@ -36,6 +38,7 @@ class frmScale final : public QDialog {
     std::array<QRadioButton*, 2> m_optVolts;
     std::array<QRadioButton*, 5> m_optScale;
     ScaleDialog m_dialog;
+    NumberBoxes* m_boxes;
     bool m_showing = false; ///< controls change because they are shown anew, not because the user changes them
 };
 

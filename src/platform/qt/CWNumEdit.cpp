@@ -1,6 +1,7 @@
 #include "platform/qt/CWNumEdit.h"
 
 #include "base/NumberFormat.h"
+#include "base/PlainText.h"
 
 #include <QHelpEvent>
 #include <QLineEdit>
@@ -26,62 +27,41 @@ QString plainText(double value) {
 
 CWNumEdit::CWNumEdit(QWidget* parent) : QAbstractSpinBox(parent) {
     connect(lineEdit(), &QLineEdit::textEdited, this, &CWNumEdit::takeText);
-    connect(lineEdit(), &QLineEdit::inputRejected, this, &CWNumEdit::sayRange);
     showValue();
 }
 
 void CWNumEdit::setValue(double value) {
-    const bool changed = value != m_value;
-    m_value = value;
+    m_valueBeforeEditing = value;
+    unmark();
+    change(value);
     showValue();
-    if (changed) Q_EMIT valueChanged(m_value);
 }
 
 void CWNumEdit::setFormat(const QString& format) {
     m_format = format.toStdString();
-    showValue();
+    m_entry.unit = withoutBlanks(unitOf(m_format));
+    if (!m_marked) showValue();
 }
 
 void CWNumEdit::setRange(double lowest, double highest) {
-    m_lowest = lowest;
-    m_highest = highest;
+    m_entry.lowest = lowest;
+    m_entry.highest = highest;
 }
 
-bool CWNumEdit::bounded() const {
-    return std::isfinite(m_lowest) && std::isfinite(m_highest);
-}
-
-QString CWNumEdit::rangeText() const {
-    return tr("%1 to %2%3").arg(plainText(m_lowest), plainText(m_highest), QString::fromStdString(unitOf(m_format)));
-}
-
-/// Tells what can be entered, after something that cannot.
-void CWNumEdit::sayRange() {
-    if (bounded()) QToolTip::showText(mapToGlobal(QPoint(0, height())), tr("Allowed: %1").arg(rangeText()), this);
-}
-
-/// Tenths of the value's order of magnitude: 2.5 moves by 0.1, 2500 by 100; whole numbers by one at least.
+/// Tenths of the value's order of magnitude: 2.5 moves by 0.1, 2500 by 100; whole numbers by one at least. A text that
+/// is not taken is nothing to step from.
 void CWNumEdit::stepBy(int steps) {
+    if (m_marked) return;
     const double size = std::abs(m_value);
     double step = size < 1e-6 ? 0.1 : std::pow(10.0, std::floor(std::log10(size) + 1e-9) - 1);
-    if (m_whole) step = std::max(step, 1.0);
-    setValue(std::clamp(std::round(m_value / step + steps) * step, m_lowest, m_highest));
+    if (m_entry.whole) step = std::max(step, 1.0);
+    setValue(std::clamp(std::round(m_value / step + steps) * step, m_entry.lowest, m_entry.highest));
     selectAll();
 }
 
-/// A number that more digits can only carry further away is refused; one that they may still bring into the range, or
-/// that is not complete, can be typed on.
+/// Every key is taken: a key that did nothing would make another number of what was typed.
 QValidator::State CWNumEdit::validate(QString& input, int&) const {
-    const QString unit = QString::fromStdString(unitOf(m_format));
-    for (const QChar each : input) {
-        const bool ofNumber = each.isDigit() || QStringLiteral("+- ").contains(each) ||
-                              (!m_whole && QStringLiteral(".,eE").contains(each));
-        if (!ofNumber && !unit.contains(each)) return QValidator::Invalid;
-    }
-    const auto typed = parseNumber(input.toStdString(), m_format);
-    if (!typed) return QValidator::Intermediate;
-    if ((*typed > m_highest && m_highest >= 0) || (*typed < m_lowest && m_lowest <= 0)) return QValidator::Invalid;
-    return inRange(*typed) ? QValidator::Acceptable : QValidator::Intermediate;
+    return readTyped(input.toStdString(), m_entry) ? QValidator::Acceptable : QValidator::Intermediate;
 }
 
 QSize CWNumEdit::sizeHint() const {
@@ -93,11 +73,61 @@ QSize CWNumEdit::sizeHint() const {
     return style()->sizeFromContents(QStyle::CT_SpinBox, &option, text, this);
 }
 
-void CWNumEdit::takeText(const QString& text) {
-    const auto typed = parseNumber(text.toStdString(), m_format);
-    if (!typed || !inRange(*typed) || *typed == m_value) return;
-    m_value = *typed;
+void CWNumEdit::change(double value) {
+    if (value == m_value) return;
+    m_value = value;
     Q_EMIT valueChanged(m_value);
+}
+
+void CWNumEdit::takeText(const QString& text) {
+    const Result<double> typed = readTyped(text.toStdString(), m_entry);
+    if (typed) {
+        unmark();
+        tell({});
+    } else {
+        mark(QString::fromStdString(typed.error().text));
+    }
+    change(typed ? typed.value() : m_valueBeforeEditing);
+}
+
+void CWNumEdit::mark(const QString& reason) {
+    m_marked = true;
+    QPalette colours = palette();
+    colours.setColor(QPalette::Base, QColor(255, 214, 214));
+    colours.setColor(QPalette::Text, Qt::black);
+    lineEdit()->setPalette(colours);
+    tell(reason);
+}
+
+void CWNumEdit::unmark() {
+    if (!m_marked) return;
+    m_marked = false;
+    lineEdit()->setPalette(QPalette());
+}
+
+void CWNumEdit::askForCorrection() {
+    setFocus();
+    selectAll();
+    tell(accessibleDescription());
+}
+
+/// Gives up a text that is not taken.
+void CWNumEdit::restore() {
+    const QString given = text();
+    unmark();
+    showValue();
+    tell(tr("\"%1\" was not taken: the value is %2 again.")
+             .arg(given, plainText(m_value) + QString::fromStdString(unitOf(m_format))));
+}
+
+/// Says it under the box, to programs that read the screen, and to the dialog.
+void CWNumEdit::tell(const QString& text) {
+    if (text.isEmpty())
+        QToolTip::hideText();
+    else
+        QToolTip::showText(mapToGlobal(QPoint(0, height())), text, this);
+    setAccessibleDescription(text);
+    Q_EMIT told(text);
 }
 
 void CWNumEdit::showValue() {
@@ -108,23 +138,32 @@ bool CWNumEdit::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QAbstractSpinBox::event(event);
     QStringList lines;
     if (!toolTip().isEmpty()) lines << toolTip();
-    lines << tr("Value: %1").arg(plainText(m_value));
-    if (bounded()) lines << tr("Allowed: %1").arg(rangeText());
+    if (m_marked)
+        lines << accessibleDescription();
+    else
+        lines << tr("Value: %1").arg(plainText(m_value))
+              << tr("Allowed: %1").arg(QString::fromStdString(allowedText(m_entry)));
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), lines.join(QLatin1Char('\n')), this);
     return true;
 }
 
+// The menu of the box and a look into another window are no end of the editing.
+
 void CWNumEdit::focusInEvent(QFocusEvent* event) {
     QAbstractSpinBox::focusInEvent(event);
+    if (m_marked || event->reason() == Qt::PopupFocusReason) return;
+    m_valueBeforeEditing = m_value;
     showValue();
     selectAll();
 }
 
 void CWNumEdit::focusOutEvent(QFocusEvent* event) {
     QAbstractSpinBox::focusOutEvent(event);
-    const auto typed = parseNumber(text().toStdString(), m_format);
-    if (!typed || !inRange(*typed)) sayRange();
-    showValue();
+    if (event->reason() == Qt::PopupFocusReason) return;
+    if (!m_marked)
+        showValue();
+    else if (event->reason() != Qt::ActiveWindowFocusReason)
+        restore();
 }
 
 } // namespace tavex2

@@ -35,9 +35,13 @@ std::optional<std::string> QtSettingsStore::read(std::string_view application, s
     return value.toString().toStdString();
 }
 
-void QtSettingsStore::write(std::string_view application, std::string_view section, std::string_view key,
-                            std::string_view value) {
-    open(application).setValue(path(section, key), text(value));
+Result<void> QtSettingsStore::write(std::string_view application, std::string_view section, std::string_view key,
+                                    std::string_view value) {
+    QSettings settings = open(application);
+    settings.setValue(path(section, key), text(value));
+    settings.sync();
+    if (settings.status() == QSettings::NoError) return {};
+    return Error{ErrorKind::WriteFailed, settings.fileName().toStdString() + " cannot be written."};
 }
 
 std::string QtSettingsStore::location(std::string_view application) const {

@@ -9,8 +9,8 @@ class QtSettingsStore final : public SettingsStore {
   public:
     std::optional<std::string> read(std::string_view application, std::string_view section,
                                     std::string_view key) const override;
-    void write(std::string_view application, std::string_view section, std::string_view key,
-               std::string_view value) override;
+    Result<void> write(std::string_view application, std::string_view section, std::string_view key,
+                       std::string_view value) override;
     std::string location(std::string_view application) const override;
 };
 

@@ -31,11 +31,14 @@ class RegistrySettings final : public SettingsStore {
         return narrow(text.data());
     }
 
-    void write(std::string_view application, std::string_view section, std::string_view key,
-               std::string_view value) override {
+    Result<void> write(std::string_view application, std::string_view section, std::string_view key,
+                       std::string_view value) override {
         const std::wstring text = wide(value);
-        ::RegSetKeyValueW(HKEY_CURRENT_USER, keyOf(application, section).c_str(), wide(key).c_str(), REG_SZ,
-                          text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+        const LSTATUS status =
+            ::RegSetKeyValueW(HKEY_CURRENT_USER, keyOf(application, section).c_str(), wide(key).c_str(), REG_SZ,
+                              text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+        if (status == ERROR_SUCCESS) return {};
+        return Error{ErrorKind::WriteFailed, location(application) + " cannot be written."};
     }
 
     std::string location(std::string_view application) const override {
