@@ -3,6 +3,7 @@
 #include "base/Decimal.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace tavex2 {
 
@@ -49,6 +50,16 @@ void ChannelLabels::enterLabel(int channel, const std::string& answer) {
 void ChannelLabels::enterUnit(int channel, const std::string& answer) {
     m_lastUnit = answer;
     if (!answer.empty()) m_header.Units[slot(channel)].assign(withoutTrailingBlanks(answer));
+}
+
+std::vector<int> ChannelLabels::previewed() const {
+    std::vector<int> checked;
+    for (int channel = 0; channel < std::min(m_channels, boxes); ++channel)
+        if (m_chosen[static_cast<std::size_t>(channel)]) checked.push_back(channel);
+    if (!checked.empty()) return checked;
+    std::vector<int> all(static_cast<std::size_t>(m_channels));
+    std::iota(all.begin(), all.end(), 0);
+    return all;
 }
 
 void ChannelLabels::cmdSelect_Click() {

@@ -97,7 +97,10 @@ std::optional<Readings> ChannelMeasures::between(std::int64_t i1, std::int64_t i
     const double dt = 1.0 / m_rateHz;
     const double weighted = 6 * sumOf(i1, i2 + 1) + (before - first) + (after - last);
     const Extent extent = trace.extent(i1, i2 + 1);
-    return Readings{.Minimum = extent.lowest, .Maximum = extent.highest, .Integral = dt / 6 * weighted};
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    return Readings{.Minimum = extent.empty() ? none : extent.lowest,
+                    .Maximum = extent.empty() ? none : extent.highest,
+                    .Integral = dt / 6 * weighted};
 }
 
 } // namespace tavex2

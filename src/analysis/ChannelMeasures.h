@@ -11,7 +11,7 @@
 
 namespace tavex2 {
 
-/// What is read off a stretch of one channel.
+/// What is read off a stretch of one channel: NaN where there is nothing but NaN, the integral where there is any.
 struct Readings {
     double Minimum = 0;  ///< V
     double Maximum = 0;  ///< V

@@ -20,7 +20,16 @@ std::string row(std::initializer_list<std::string_view> cells) {
     return text + '\n';
 }
 
+/// A gap in the data has no number.
+std::string numberText(double value, int decimals) {
+    return std::isnan(value) ? "no number" : fixedDecimal(value, decimals);
+}
+
 } // namespace
+
+std::string voltText(double volts) {
+    return numberText(volts, 4);
+}
 
 ReadingTexts textsOf(double cursor1, double cursor2, const std::optional<Readings>& readings) {
     ReadingTexts texts;
@@ -28,10 +37,10 @@ ReadingTexts textsOf(double cursor1, double cursor2, const std::optional<Reading
     texts.cursor2 = fixedDecimal(cursor2, 4);
     texts.interval = fixedDecimal(std::abs(cursor2 - cursor1), 4);
     if (readings) {
-        texts.integral = fixedDecimal(readings->Integral, 7);
-        texts.minimum = fixedDecimal(readings->Minimum, 4);
-        texts.maximum = fixedDecimal(readings->Maximum, 4);
-        texts.peakToPeak = fixedDecimal(readings->peakToPeak(), 4);
+        texts.integral = numberText(readings->Integral, 7);
+        texts.minimum = voltText(readings->Minimum);
+        texts.maximum = voltText(readings->Maximum);
+        texts.peakToPeak = voltText(readings->peakToPeak());
     }
     return texts;
 }

@@ -9,8 +9,11 @@
 
 namespace tavex2 {
 
-/// The texts of a stretch's boxes: seconds and volts with four decimals, the integral with seven; all but the times
-/// empty where there are no readings.
+/// A sample's or reading's volts with four decimals; "no number" for NaN.
+std::string voltText(double volts);
+
+/// The texts of a stretch's boxes: seconds and volts with four decimals, the integral with seven, "no number" for NaN;
+/// all but the times empty where there are no readings.
 struct ReadingTexts {
     std::string cursor1, cursor2, interval, integral, minimum, maximum, peakToPeak;
 };

@@ -24,13 +24,17 @@ class FixedText {
     /// True while nothing was ever assigned: the first character is NUL.
     bool neverSet() const { return m_bytes[0] == '\0'; }
 
-    /// The text up to the first NUL with blanks removed at both ends.
-    std::string trimmed() const {
+    /// The text up to the first NUL without the blanks that fill it up; those in front of it stay.
+    std::string text() const {
         const std::string_view all(m_bytes.data(), N);
-        const std::string_view text = all.substr(0, std::min(all.find('\0'), N));
-        const auto first = text.find_first_not_of(' ');
-        if (first == std::string_view::npos) return {};
-        return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+        const std::string_view used = all.substr(0, std::min(all.find('\0'), N));
+        return std::string(used.substr(0, used.find_last_not_of(' ') + 1));
+    }
+
+    /// The same with blanks removed at both ends.
+    std::string trimmed() const {
+        const std::string used = text();
+        return used.substr(std::min(used.find_first_not_of(' '), used.size()));
     }
 
     std::array<char, N>& bytes() { return m_bytes; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace tavex2 {
@@ -11,6 +12,9 @@ struct Extent {
     double highest = -std::numeric_limits<double>::infinity();
 
     bool empty() const { return lowest > highest; }
+
+    /// False for an empty one too.
+    bool finite() const { return std::isfinite(lowest) && std::isfinite(highest); }
 
     bool contains(const Extent& other) const { return other.lowest >= lowest && other.highest <= highest; }
 

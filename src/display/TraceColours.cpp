@@ -48,8 +48,7 @@ Rgb traceColour(int position) {
     return colours[static_cast<std::size_t>(position) % colours.size()];
 }
 
-std::optional<Rgb> traceOutline(int position) {
-    const Rgb colour = traceColour(position);
+std::optional<Rgb> traceOutline(Rgb colour) {
     if (contrastWithWhite(colour) >= leastContrast) return std::nullopt;
     const auto darker = [](std::uint8_t value) { return static_cast<std::uint8_t>(value * 55 / 100); };
     return Rgb{darker(colour.red), darker(colour.green), darker(colour.blue)};

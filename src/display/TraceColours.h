@@ -20,8 +20,11 @@ inline constexpr int traceColourCount = 16;
 /// The colour of the trace at a position of the channel list (0 is the first channel), in graphs and legend alike.
 Rgb traceColour(int position);
 
-/// The darker colour to draw beneath and around a trace that would hardly be seen on a white ground by itself; no value
-/// where the trace's own colour is strong enough.
-std::optional<Rgb> traceOutline(int position);
+/// The average of overlaid trials, which is no trial's: an orange that is none of the sixteen.
+inline constexpr Rgb averageColour{0xD9, 0x5F, 0x02};
+
+/// The darker colour to draw beneath and around a trace of this colour that would hardly be seen on a white ground by
+/// itself; no value where the colour is strong enough.
+std::optional<Rgb> traceOutline(Rgb colour);
 
 } // namespace tavex2

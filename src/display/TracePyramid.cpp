@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cassert>
+#include <cmath>
 
 namespace tavex2 {
 
@@ -80,6 +81,25 @@ void TracePyramid::build(std::span<const T> samples) {
     }
     for (const Extent& extent : m_levels.back())
         m_whole.add(extent);
+    m_finite = m_whole.finite() ? m_whole : finiteExtent(samples);
+}
+
+/// Only the buckets with an infinite sample are read again.
+template <class T>
+Extent TracePyramid::finiteExtent(std::span<const T> samples) const {
+    Extent result;
+    std::int64_t first = 0;
+    for (const Extent& bucket : m_levels.front()) {
+        const std::int64_t last = std::min(first + bucketSamples, sizeOf(samples));
+        if (bucket.finite()) {
+            result.add(bucket);
+        } else {
+            for (const T sample : part(samples, first, last))
+                if (std::isfinite(sample)) result.add(static_cast<double>(sample));
+        }
+        first = last;
+    }
+    return result;
 }
 
 std::int64_t TracePyramid::samples() const {

@@ -35,6 +35,8 @@ class TracePyramid {
 
     /// Extent of all samples.
     const Extent& whole() const { return m_whole; }
+    /// Extent of the samples that are finite numbers, to which an axis can be fitted.
+    const Extent& finite() const { return m_finite; }
 
     /// The exact extent of the samples first <= index < last; indices outside the data are ignored. Empty when no
     /// sample other than NaN is left.
@@ -48,12 +50,15 @@ class TracePyramid {
   private:
     template <class T>
     void build(std::span<const T> samples);
+    template <class T>
+    Extent finiteExtent(std::span<const T> samples) const;
     Extent rawExtent(std::int64_t first, std::int64_t last) const;
     void addRaw(std::int64_t first, std::int64_t last, Extent& extent) const;
 
     std::variant<std::span<const float>, std::span<const double>> m_samples;
     std::vector<std::vector<Extent>> m_levels;
     Extent m_whole;
+    Extent m_finite;
 };
 
 } // namespace tavex2

@@ -44,8 +44,10 @@ TrialPyramid::TrialPyramid(std::shared_ptr<const TrialArray> trial) : m_trial(st
     else
         for (int channel = 0; channel < channels(); ++channel)
             build(channel);
-    for (const TracePyramid& channel : m_channels)
+    for (const TracePyramid& channel : m_channels) {
         m_whole.add(channel.whole());
+        m_finite.add(channel.finite());
+    }
 }
 
 } // namespace tavex2

@@ -23,11 +23,14 @@ class TrialPyramid {
 
     /// Extent of all samples of all channels.
     const Extent& whole() const { return m_whole; }
+    /// Extent of those that are finite numbers.
+    const Extent& finite() const { return m_finite; }
 
   private:
     std::shared_ptr<const TrialArray> m_trial;
     std::vector<TracePyramid> m_channels;
     Extent m_whole;
+    Extent m_finite;
 };
 
 } // namespace tavex2

@@ -14,6 +14,20 @@ constexpr int trackZoomArea = 6;
 
 } // namespace
 
+GraphTool ZoomState::tool() const {
+    if (!graphEnabled) return GraphTool::None;
+    switch (trackMode) {
+    case trackEvents:
+        return GraphTool::HoldToZoom;
+    case trackPan:
+        return GraphTool::Pan;
+    case trackZoomArea:
+        return GraphTool::ZoomArea;
+    default:
+        return GraphTool::None;
+    }
+}
+
 // Menu and tool bar ---------------------------------------------------------------------------------------------------
 
 void ZoomCommands::mnuMouseZooms_Click() {

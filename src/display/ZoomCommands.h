@@ -7,6 +7,9 @@
 
 namespace tavex2 {
 
+/// What the mouse does on cwG.
+enum class GraphTool { None, HoldToZoom, Pan, ZoomArea };
+
 /// What the window shows of zooming and panning.
 struct ZoomState {
     bool MouseZooms = false;       ///< check mark of "Mouse Zooms In"
@@ -20,6 +23,10 @@ struct ZoomState {
     bool ZoomingOut = false;   ///< right button held
     double ZoomX = 0;          ///< last mouse position over cwG, s
     double ZoomY = 0;          ///< and V
+
+    /// What the mouse does at the moment, whichever menu item or button brought it about. The buttons "Zoom" and "Pan"
+    /// are pressed while theirs is on.
+    GraphTool tool() const;
 };
 
 /// The commands and mouse events that zoom and pan the three graphs. They keep their state here; the window shows it

@@ -80,5 +80,33 @@ TEST_F(ChannelLabelsTest, CancelPutsEverySlotBack) {
     EXPECT_EQ(state.header, before) << "slots never set are so again";
 }
 
+TEST_F(ChannelLabelsTest, LeadingBlanksStayAsTyped) {
+    ChannelLabels labels(state);
+    labels.enterLabel(0, "  left ");
+    EXPECT_EQ(labels.label(0), "  left");
+    labels.enterUnit(0, " mV ");
+    EXPECT_EQ(labels.unit(0), " mV");
+}
+
+TEST_F(ChannelLabelsTest, TheCheckedChannelsAreInThePreviewAndAllWhereNoneIs) {
+    ChannelLabels labels(state);
+    EXPECT_EQ(labels.previewed(), (std::vector{0, 1, 2}));
+    labels.chkChoose_Click(3, true);
+    labels.chkChoose_Click(1, true);
+    EXPECT_EQ(labels.previewed(), (std::vector{0, 2}));
+    labels.chkChoose_Click(1, false);
+    labels.chkChoose_Click(3, false);
+    EXPECT_EQ(labels.previewed().size(), 3U);
+}
+
+TEST_F(ChannelLabelsTest, CopyUnitsAsksNoCheckBox) {
+    ChannelLabels labels(state);
+    labels.chkChoose_Click(2, true);
+    labels.enterUnit(1, "N");
+    labels.cmdSelect_Click();
+    for (int channel = 0; channel < 3; ++channel)
+        EXPECT_EQ(labels.unit(channel), "N");
+}
+
 } // namespace
 } // namespace tavex2

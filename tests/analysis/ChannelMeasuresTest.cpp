@@ -127,6 +127,19 @@ TEST(ChannelMeasuresTest, KeepsItsAccuracyFarIntoALongTrial) {
     }
 }
 
+TEST(ChannelMeasuresTest, HasNoNumbersForAStretchOfNothingButNaN) {
+    const double gap = std::nan("");
+    const ChannelMeasures measures = measuresOf({1, 2, gap, gap, gap, 5, 6});
+    const auto inside = measures.between(3, 3);
+    ASSERT_TRUE(inside);
+    for (const double reading : {inside->Minimum, inside->Maximum, inside->peakToPeak(), inside->Integral})
+        EXPECT_TRUE(std::isnan(reading));
+    const auto partly = measures.between(1, 5);
+    EXPECT_EQ(partly->Minimum, 2);
+    EXPECT_EQ(partly->Maximum, 5);
+    EXPECT_TRUE(std::isnan(partly->Integral)) << "nobody knows what the gap adds";
+}
+
 TEST(ExtractChannelTest, TakesARowAsAnArrayOfItsOwn) {
     const TrialData trial = trialOf({{1, -2, 3}, {-4, 5, -6}});
     const TrialData row = ExtractChannel(trial, 1, false).value();

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace tavex2 {
 namespace {
 
@@ -29,6 +31,15 @@ TEST(ReadingsTextTest, MakesATableForSpreadsheets) {
               "Peak-to-Peak (V)\tIntegral (V s)\n"
               "Trial0001\tEMG\tmV\t0.0000\t0.5000\t0.5000\t1.0000\t2.0000\t1.0000\t3.0000000\n"
               "T2\tEMG\tmV\t0.0000\t1.0000\t1.0000\t\t\t\t\n");
+}
+
+TEST(ReadingsTextTest, AReadingThatDoesNotExistIsNoNumber) {
+    const double none = std::nan("");
+    const ReadingTexts texts = textsOf(0, 1, Readings{.Minimum = none, .Maximum = none, .Integral = none});
+    for (const std::string& text : {texts.minimum, texts.maximum, texts.peakToPeak, texts.integral, voltText(none)})
+        EXPECT_EQ(text, "no number");
+    EXPECT_EQ(texts.interval, "1.0000");
+    EXPECT_EQ(voltText(-1.23456), "-1.2346");
 }
 
 } // namespace

@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <fstream>
+
 namespace tavex2::test {
 namespace {
 
@@ -11,6 +13,7 @@ namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 TEST_F(CommandLineTest, WithoutACommandItAsksForTheWindow) {
     EXPECT_EQ(run({}), 0);
@@ -205,6 +208,24 @@ TEST_F(CommandLineTest, MeasureGivesTheReadingsOfAStretch) {
     ASSERT_EQ(run({"measure", file, "--channel", "2", "--rectify"}), 0);
     EXPECT_THAT(stdOut.str(), AllOf(HasSubstr("Trial0001\tChannel 02\tV\t0.0000\t1.0000\t1.0000\t0.0"),
                                     HasSubstr("Peak-to-Peak (V)")));
+}
+
+TEST_F(CommandLineTest, AStretchOfNothingButNaNHasNoNumbers) {
+    ASSERT_EQ(collect({}), 0);
+    const fs::path file = out / "Trial0001.lmb";
+    constexpr std::streamoff firstVolts = 4374 + 4 * 101; // behind records and times
+    std::fstream(file, std::ios::in | std::ios::out | std::ios::binary)
+        .seekp(firstVolts)
+        .write(std::string(4 * 101, '\xFF').data(), 4 * 101); // the first channel's samples, as NaN
+    ASSERT_EQ(run({"measure", file.string()}), 0) << stdErr.str();
+    EXPECT_THAT(stdOut.str(), HasSubstr("\t1.0000\tno number\tno number\tno number\tno number\n"));
+    ASSERT_EQ(run({"measure", file.string(), "--json"}), 0);
+    const auto json = nlohmann::json::parse(stdOut.str());
+    for (const char* none : {"Minimum", "Maximum", "PeakToPeak", "Integral"})
+        EXPECT_TRUE(json.at(none).is_null()) << none;
+    EXPECT_EQ(json.at("Interval"), 1.0);
+    ASSERT_EQ(run({"measure", file.string(), "--channel", "1"}), 0);
+    EXPECT_THAT(stdOut.str(), Not(HasSubstr("no number"))) << "the other channels have theirs";
 }
 
 TEST_F(CommandLineTest, MeasureSaysWhatItCannotMeasure) {

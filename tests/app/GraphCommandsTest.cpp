@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QToolTip>
 #include <QWheelEvent>
 
 namespace tavex2::test {
@@ -159,14 +160,25 @@ TEST_F(GraphCommandsTest, TheWheelZoomsAtThePointerWhenZoomingIsAllowed) {
     EXPECT_NEAR(timeSpan(cwG()), time, 1e-9);
 }
 
-TEST_F(GraphCommandsTest, ADoubleClickRestoresTheFullView) {
+TEST_F(GraphCommandsTest, WhereTheMouseDragsADoubleClickRestoresTheFullView) {
+    startWithATrial();
+    const double time = timeSpan(cwG());
+    button("Zoom").click();
+    turnWheel(cwG(), 480);
+    ASSERT_LT(timeSpan(cwG()), 0.5 * time);
+    doubleClick(cwG(), at(cwG(), 0.5, 0.5));
+    EXPECT_NEAR(timeSpan(cwG()), time, 1e-6);
+}
+
+TEST_F(GraphCommandsTest, WherePressesZoomEachPressOfAFastHandCounts) {
     startWithATrial();
     const double time = timeSpan(cwG());
     action("mnuMouseZooms").trigger();
-    turnWheel(cwG(), 480);
-    ASSERT_LT(timeSpan(cwG()), 0.5 * time);
-    QTest::mouseDClick(&cwG(), Qt::LeftButton, {}, at(cwG(), 0.5, 0.5));
-    EXPECT_NEAR(timeSpan(cwG()), time, 1e-6);
+    doubleClick(cwG(), at(cwG(), 0.5, 0.5));
+    EXPECT_NEAR(timeSpan(cwG()), 0.64 * time, 1e-6);
+    EXPECT_FALSE(window().findChild<QTimer*>(QStringLiteral("tmrZoom"))->isActive());
+    QTest::mouseClick(&cwG(), Qt::LeftButton, Qt::ShiftModifier, at(cwG(), 0.5, 0.5));
+    EXPECT_NEAR(timeSpan(cwG()), 0.512 * time, 1e-6) << "Shift makes no difference";
 }
 
 TEST_F(GraphCommandsTest, KeysMoveAndZoomTheViewAlsoWhileTheMouseMayNot) {
@@ -364,6 +376,35 @@ TEST_F(GraphCommandsTest, TheLegendShowsSixteenColoursWithTheirNumbers) {
     }
 }
 
+TEST_F(GraphCommandsTest, TheLegendsToolTipsHaveTheColoursOfToolTipsAndNotOfTheSwatch) {
+    start();
+    action("mnuLegend").trigger();
+    auto& swatch = child<QWidget>("shpColour_0"); // black, as the letters of a tool tip may be
+    QToolTip::showText(swatch.mapToGlobal(swatch.rect().center()), swatch.toolTip(), &swatch);
+    QWidget* tip = nullptr;
+    ASSERT_TRUE(waitFor([&] {
+        for (QWidget* each : QApplication::topLevelWidgets())
+            if (each->inherits("QTipLabel") && each->isVisible()) tip = each;
+        return tip != nullptr;
+    }));
+    const QImage picture = tip->grab().toImage();
+    int ground = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            ground += picture.pixelColor(x, y) == QToolTip::palette().color(QPalette::ToolTipBase) ? 1 : 0;
+    EXPECT_GT(ground, picture.width() * picture.height() / 2);
+    QToolTip::hideText();
+}
+
+TEST_F(GraphCommandsTest, ALegendLeftOfAndAboveTheScreenIsPutAtItsOrigin) {
+    start();
+    window().move(-window().width(), -window().height());
+    action("mnuLegend").trigger();
+    auto& legend = child<QWidget>("frmLegend");
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&legend));
+    EXPECT_EQ(legend.frameGeometry().topLeft(), QPoint(0, 0));
+}
+
 TEST_F(GraphCommandsTest, TheLegendOpensOverTheMiddleOfTheWindow) {
     start();
     window().move(200, 150);
@@ -405,6 +446,22 @@ TEST_F(GraphCommandsTest, AfterTheRealTimeViewAutoscaleShowsTheTrialAgain) {
     action("mnuResetScale").trigger();
     ASSERT_TRUE(cwG().pyramid());
     EXPECT_EQ(cwG().pyramid()->trial(), trial->trial());
+    EXPECT_EQ(cwG().note(), QString());
+}
+
+TEST_F(GraphCommandsTest, TheLastPictureOfTheRealTimeViewStaysUntilSomethingReplacesIt) {
+    startWithATrial();
+    const auto trial = cwG().pyramid();
+    button("Realtime").click();
+    ASSERT_TRUE(waitFor([&] { return cwG().pyramid() != trial; }));
+    EXPECT_NE(cwG().pyramid(), nullptr) << "the trial stays until there is something to see";
+    button("Stop").click();
+    const auto picture = cwG().pyramid();
+    action("mnuClearAverage").trigger();
+    EXPECT_EQ(cwG().pyramid(), picture) << "clearing the average replaces nothing here";
+    EXPECT_FALSE(cwG().note().isEmpty());
+    collect();
+    EXPECT_NE(cwG().pyramid(), picture);
     EXPECT_EQ(cwG().note(), QString());
 }
 

@@ -4,12 +4,13 @@
 #include "display/ui/CWGraph.h"
 #include "files/Import.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QScopeGuard>
+#include <QTreeWidget>
 
 namespace tavex2::test {
 namespace {
@@ -36,6 +37,7 @@ class MeasuringWindowsTest : public MainWindowTest {
         QTest::mouseMove(&graph, placeOf(graph, to));
         QTest::mouseRelease(&graph, Qt::LeftButton, {}, placeOf(graph, to));
     }
+    static QString volts(double value) { return QString::fromStdString(fixedDecimal(value, 4)); }
     /// The readings boxes are those of the samples under the cursors' times.
     static void expectReadings(const QWidget& form, const TrialData& channel, double rateHz) {
         const ChannelMeasures measures(std::make_shared<const TrialPyramid>(channel), 0, rateHz);
@@ -146,6 +148,115 @@ TEST_F(MeasuringWindowsTest, CursorsFollowMouseAndKeysAndMayCross) {
     ASSERT_TRUE(info.opened());
 }
 
+TEST_F(MeasuringWindowsTest, KeysMoveTheCursorsWhateverWasClickedLast) {
+    start(settings);
+    collect();
+    action("mnuOverlay").trigger();
+    for (const auto& [command, name] : {std::pair{"mnuInfo", "frmInfo"}, std::pair{"mnuViewOverlay", "frmOverlay"}}) {
+        WhenDialogOpens opens(name, [&](QWidget& form) {
+            const auto closing = closeAtEnd(form);
+            ASSERT_TRUE(waitFor([&form] {
+                form.activateWindow();
+                return form.isActiveWindow() && graphOf(form).hasFocus();
+            }));
+            const auto press = [](Qt::Key key) {
+                ASSERT_NE(QApplication::focusWidget(), nullptr);
+                QTest::keyClick(QApplication::focusWidget(), key);
+            };
+            const auto keysMove = [&](const char* clicked) {
+                press(Qt::Key_1);
+                press(Qt::Key_Home);
+                press(Qt::Key_Right);
+                press(Qt::Key_2);
+                press(Qt::Key_End);
+                press(Qt::Key_Left);
+                EXPECT_EQ(box(form, "txtLeft"), QStringLiteral("0.0010")) << clicked;
+                EXPECT_EQ(box(form, "txtRight"), QStringLiteral("0.4990")) << clicked;
+            };
+            keysMove("nothing");
+            for (const char* each : {"chkRectify", "chkAverage", "cmdCopy", "txtLeft", "lstNames"}) {
+                auto* control = form.findChild<QWidget*>(QLatin1String(each));
+                if (control == nullptr) continue; // the other window's
+                auto* view = qobject_cast<QAbstractScrollArea*>(control);
+                QTest::mouseClick(view != nullptr ? view->viewport() : control, Qt::LeftButton, {}, QPoint(8, 8));
+                keysMove(each);
+            }
+            auto& channels = *form.findChild<QComboBox*>(QStringLiteral("cbChannels"));
+            QTest::mouseClick(&channels, Qt::LeftButton);
+            ASSERT_TRUE(waitFor([&channels] { return channels.view()->isVisible(); }));
+            QTest::qWait(QApplication::doubleClickInterval()); // the list takes no release of the click that opened it
+            QTest::mouseClick(channels.view()->viewport(), Qt::LeftButton, {},
+                              channels.view()->visualRect(channels.model()->index(1, 0)).center());
+            ASSERT_TRUE(waitFor([&channels] { return !channels.view()->isVisible(); }));
+            EXPECT_EQ(channels.currentIndex(), 1);
+            keysMove("cbChannels");
+            EXPECT_EQ(channels.currentIndex(), 1);
+        });
+        action(command).trigger();
+        ASSERT_TRUE(opens.opened());
+    }
+}
+
+TEST_F(MeasuringWindowsTest, ADoubleClickShowsTheWholeChannelAndMovesNoCursor) {
+    start(settings);
+    collect();
+    WhenDialogOpens info("frmInfo", [&](QWidget& form) {
+        const auto closing = closeAtEnd(form);
+        CWGraph& graph = graphOf(form);
+        graph.setAxisRange(CWGraph::Axis::Time, 0.1, 0.3);
+        graph.replot();
+        doubleClick(graph, placeOf(graph, 0.2));
+        EXPECT_EQ(box(form, "txtLeft"), QStringLiteral("0.0000"));
+        EXPECT_EQ(box(form, "txtRight"), QStringLiteral("0.5000"));
+        EXPECT_EQ(graph.xMinimum(), 0);
+        EXPECT_NEAR(graph.xMaximum(), 0.5, 1e-9);
+    });
+    action("mnuInfo").trigger();
+    ASSERT_TRUE(info.opened());
+}
+
+TEST_F(MeasuringWindowsTest, ReadingsTellTheirUnitAndTheValuesAtTheCursors) {
+    start(settings);
+    collect();
+    const TrialData trial = saved("t.lmb");
+    WhenDialogOpens info("frmInfo", [&](QWidget& form) {
+        const auto closing = closeAtEnd(form);
+        const auto unit = [&form](const char* name) {
+            const auto* label = form.findChild<QLabel*>(QLatin1String(name));
+            return label != nullptr && label->isVisible() ? label->text() : QString();
+        };
+        for (const char* seconds : {"unitLeft", "unitRight", "unitInterval"})
+            EXPECT_EQ(unit(seconds), QStringLiteral("s")) << seconds;
+        for (const char* each : {"unitMin", "unitMax", "unitP2P", "unitValue1", "unitValue2"})
+            EXPECT_EQ(unit(each), QStringLiteral("V")) << each;
+        EXPECT_EQ(unit("unitIntegral"), QStringLiteral("V s"));
+        graphOf(form).setFocus();
+        for (int k = 0; k < 100; ++k)
+            QTest::keyClick(&graphOf(form), Qt::Key_Right);
+        EXPECT_EQ(box(form, "txtValue1"), volts(trial->at(0, 100)));
+        EXPECT_EQ(box(form, "txtValue2"), volts(trial->at(0, 500)));
+    });
+    action("mnuInfo").trigger();
+    ASSERT_TRUE(info.opened());
+}
+
+TEST_F(MeasuringWindowsTest, AReadingTooLongForItsBoxShowsItsBeginning) {
+    start(settings);
+    collect();
+    WhenDialogOpens info("frmInfo", [&](QWidget& form) {
+        const auto closing = closeAtEnd(form);
+        graphOf(form).setFocus();
+        QTest::keyClick(&graphOf(form), Qt::Key_Right);
+        for (const char* each : {"txtLeft", "txtMin", "txtMax", "txtP2P", "txtIntegral", "txtValue1"}) {
+            auto& shown = *form.findChild<QLineEdit*>(QLatin1String(each));
+            EXPECT_FALSE(shown.text().isEmpty()) << each;
+            EXPECT_EQ(shown.cursorPosition(), 0) << each;
+        }
+    });
+    action("mnuInfo").trigger();
+    ASSERT_TRUE(info.opened());
+}
+
 TEST_F(MeasuringWindowsTest, CursorsStartAtTheEndsOfTheMainGraphsView) {
     start(settings);
     collect();
@@ -194,13 +305,15 @@ TEST_F(MeasuringWindowsTest, OverlaidTrialsAreShownAveragedAndCleared) {
     WhenDialogOpens overlays("frmOverlay", [&](QWidget& form) {
         const auto closing = closeAtEnd(form);
         EXPECT_EQ(form.windowTitle(), QStringLiteral("Overlays"));
-        auto& names = *form.findChild<QListWidget*>(QStringLiteral("lstNames"));
-        ASSERT_EQ(names.count(), 3);
+        auto& names = *form.findChild<QTreeWidget*>(QStringLiteral("lstNames"));
+        ASSERT_EQ(names.topLevelItemCount(), 3);
         const CWGraph& mainGraph = child<CWGraph>("cwG");
         EXPECT_EQ(graphOf(form).yMinimum(), mainGraph.yMinimum()) << "both show the same ranges";
         EXPECT_EQ(graphOf(form).yMaximum(), mainGraph.yMaximum());
         EXPECT_EQ(graphOf(form).xMaximum(), mainGraph.xMaximum());
-        EXPECT_EQ(names.item(1)->text(), QStringLiteral("B"));
+        EXPECT_EQ(names.topLevelItem(1)->text(0), QStringLiteral("B"));
+        EXPECT_EQ(names.topLevelItem(1)->text(1), volts(trials[1]->at(0, 0))) << "under cursor 1";
+        EXPECT_EQ(names.topLevelItem(2)->text(2), volts(trials[2]->at(0, 500))) << "under cursor 2";
         EXPECT_EQ(graphOf(form).plotCount(), 3);
         EXPECT_EQ(box(form, "txtRight"), QStringLiteral("0.5000"));
         auto& minimum = *form.findChild<QWidget*>(QStringLiteral("txtMin"));
@@ -211,9 +324,12 @@ TEST_F(MeasuringWindowsTest, OverlaidTrialsAreShownAveragedAndCleared) {
         EXPECT_TRUE(minimum.isVisible());
         EXPECT_TRUE(form.findChild<QWidget*>(QStringLiteral("lblIntegral"))->isVisible());
         EXPECT_EQ(graphOf(form).plotCount(), 1);
+        ASSERT_EQ(names.topLevelItemCount(), 1);
+        EXPECT_EQ(names.topLevelItem(0)->text(0), QStringLiteral("Average of 3"));
         const TracePyramid& average = graphOf(form).pyramid()->channel(0);
         EXPECT_NEAR(average.sample(100), (trials[0]->at(0, 100) + trials[1]->at(0, 100) + trials[2]->at(0, 100)) / 3,
                     1e-6);
+        EXPECT_EQ(box(form, "txtValue1"), volts(average.sample(0)));
         expectReadings(form, graphOf(form).pyramid()->trial(), 1000);
         form.findChild<QCheckBox*>(QStringLiteral("chkRectify"))->click();
         expectReadings(form, graphOf(form).pyramid()->trial(), 1000);

@@ -109,6 +109,67 @@ TEST_F(TextFormsTest, LabelsAndUnitsAreEnteredAndSavedWithTheTrial) {
     EXPECT_EQ(file.header.Units[2].trimmed(), "\xB5V");
 }
 
+TEST_F(TextFormsTest, OptionButtonsChooseTheChannelThatIsEdited) {
+    start({"Channels=0:16", "Duration=0.05", "DIOMask=0"});
+    collect();
+    WhenDialogOpens labels("frmLabels", [](QWidget& form) {
+        const auto option = [&form](int index) {
+            return form.findChild<QAbstractButton*>(QStringLiteral("option1_%1").arg(index));
+        };
+        auto& names = *form.findChild<QListWidget*>(QStringLiteral("lstLabels"));
+        ASSERT_NE(form.findChild<QWidget*>(QStringLiteral("fraOptions")), nullptr);
+        EXPECT_TRUE(option(1)->isChecked());
+        QTest::mouseClick(option(3), Qt::LeftButton, {}, QPoint(8, option(3)->height() / 2));
+        EXPECT_EQ(names.currentRow(), 2);
+        {
+            WhenDialogOpens box = answer(QStringLiteral("  left"), QStringLiteral("Channel 02"));
+            QTest::keyClick(option(3), Qt::Key_Return);
+            EXPECT_TRUE(box.opened());
+        }
+        EXPECT_EQ(names.item(2)->text(), QStringLiteral("  left")) << "blanks in front stay";
+        EXPECT_TRUE(option(3)->isChecked());
+        names.setCurrentRow(15);
+        EXPECT_TRUE(option(16)->isChecked());
+        names.setCurrentRow(16);
+        for (int index = 1; index <= 16; ++index)
+            EXPECT_FALSE(option(index)->isChecked()) << "the seventeenth channel has no button";
+        click(form, "cmdExit");
+    });
+    action("mnuEdit_2").trigger();
+    ASSERT_TRUE(labels.opened());
+    EXPECT_EQ(saved().header.Labels[3].text(), "  left");
+}
+
+TEST_F(TextFormsTest, CheckBoxesChooseTheChannelsOfThePreview) {
+    start({"Channels=0:3", "Duration=0.05", "DIOMask=0"});
+    collect();
+    WhenDialogOpens labels("frmLabels", [](QWidget& form) {
+        const auto box = [&form](int index) {
+            return form.findChild<QAbstractButton*>(QStringLiteral("chkChoose_%1").arg(index));
+        };
+        auto& preview = *form.findChild<QListWidget*>(QStringLiteral("lstPreview"));
+        ASSERT_NE(form.findChild<QWidget*>(QStringLiteral("fraCheckbox")), nullptr);
+        for (int index = 1; index <= 16; ++index) {
+            EXPECT_FALSE(box(index)->isChecked());
+            EXPECT_EQ(box(index)->isEnabled(), index <= 4) << index;
+        }
+        EXPECT_EQ(preview.count(), 4) << "all of them where none is chosen";
+        QTest::mouseClick(box(2), Qt::LeftButton, {}, QPoint(8, box(2)->height() / 2));
+        ASSERT_EQ(preview.count(), 1);
+        EXPECT_EQ(preview.item(0)->text(), QStringLiteral("Channel 01 (V)"));
+        auto& units = *form.findChild<QListWidget*>(QStringLiteral("lstUnits"));
+        WhenDialogOpens input = answer(QStringLiteral("N"), QStringLiteral("V"));
+        QTest::mouseClick(units.viewport(), Qt::LeftButton, {}, units.visualItemRect(units.item(1)).center());
+        EXPECT_TRUE(input.opened());
+        EXPECT_EQ(preview.item(0)->text(), QStringLiteral("Channel 01 (N)"));
+        click(form, "cmdSelect");
+        EXPECT_EQ(units.item(3)->text(), QStringLiteral("N")) << "copied to all channels, chosen or not";
+        click(form, "cmdExit");
+    });
+    action("mnuEdit_2").trigger();
+    ASSERT_TRUE(labels.opened());
+}
+
 TEST_F(TextFormsTest, LabelsAndUnitsAreToldInTheLegendAndTheChannelList) {
     start();
     auto& legend = child<QWidget>("frmLegend");

@@ -43,6 +43,9 @@ TEST(FixedTextTest, TrimsBlanksAtBothEndsAndStopsAtANul) {
     EXPECT_EQ(FixedText<8>("  a b ").trimmed(), "a b");
     EXPECT_EQ(FixedText<8>(std::string_view("ab\0cd", 5)).trimmed(), "ab");
     EXPECT_EQ(FixedText<3>(" a ").trimmed(), "a");
+    EXPECT_EQ(FixedText<8>("  a b ").text(), "  a b") << "blanks in front are part of it";
+    EXPECT_EQ(FixedText<8>(std::string_view(" ab\0cd", 6)).text(), " ab");
+    EXPECT_EQ(FixedText<3>("   ").text(), "");
 }
 
 TEST(FixedTextTest, ComparesEveryByte) {

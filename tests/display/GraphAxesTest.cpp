@@ -77,6 +77,8 @@ TEST(GraphAxes, TakeLimitsWithoutExtentAsTheyAre) {
     graph.setAxisRange(Axis::Time, 2, 2);
     EXPECT_EQ(graph.xMinimum(), 2);
     EXPECT_EQ(graph.xMaximum(), 2);
+    EXPECT_NEAR(graph.xAxis->range().lower, 2, 1e-8) << "nothing else is in the picture";
+    EXPECT_NEAR(graph.xAxis->range().upper, 2, 1e-8);
     graph.setAxisMaximum(Axis::Time, 3);
     EXPECT_EQ(graph.xMinimum(), 2);
     EXPECT_EQ(graph.xAxis->range(), QCPRange(2, 3));
@@ -157,6 +159,14 @@ TEST(GraphAxes, FollowEveryPlotWhileAutoscalingIsOn) {
     EXPECT_EQ(graph.xMaximum(), 1);
 }
 
+TEST(GraphAxes, RescaleToTheFiniteSamplesOfATrialWithAnInfiniteOne) {
+    CWGraph graph;
+    graph.plot(makeTrial({-10, INFINITY, 10, -INFINITY, std::nan("")}), 1.0);
+    graph.rescaleOnce(Axis::Voltage);
+    EXPECT_EQ(graph.yMinimum(), -11);
+    EXPECT_EQ(graph.yMaximum(), 11);
+}
+
 /// The texts at the voltage axis's ticks, and where the ticks are.
 struct Ticks {
     QStringList labels;
@@ -204,6 +214,26 @@ TEST(GraphAxes, KeepTheirLabelScaleWhenTheExpressionIsNone) {
     graph.setLabelScaleExpression(Axis::Time, QStringLiteral("*1000"));
     graph.setLabelScaleExpression(Axis::Time, QStringLiteral("sin(x)"));
     EXPECT_EQ(graph.labelScaleExpression(Axis::Time), QStringLiteral("*1000"));
+}
+
+TEST(GraphAxes, WriteDifferentNumbersAtDifferentTicks) {
+    CWGraph graph;
+    graph.setAxisRange(Axis::Voltage, 45.67875, 45.67895);
+    const QStringList labels = voltageTicks(graph).labels;
+    EXPECT_GE(labels.size(), 4);
+    EXPECT_EQ(QSet<QString>(labels.begin(), labels.end()).size(), labels.size())
+        << labels.join(QLatin1Char(' ')).toStdString();
+    EXPECT_TRUE(labels.contains(QStringLiteral("45.67885"))) << labels.join(QLatin1Char(' ')).toStdString();
+}
+
+TEST(GraphAxes, ShowEqualLimitsAsTheOneNumberThatTheyAre) {
+    CWGraph graph;
+    graph.setAxisRange(Axis::Voltage, 45.6788, 45.6788);
+    EXPECT_EQ(voltageTicks(graph).labels, QStringList{QStringLiteral("45.6788")});
+    graph.setLabelScaleExpression(Axis::Voltage, QStringLiteral("*1000"));
+    EXPECT_EQ(voltageTicks(graph).labels, QStringList{QStringLiteral("45678.8")});
+    graph.setAxisRange(Axis::Voltage, 0, 1);
+    EXPECT_GT(voltageTicks(graph).labels.size(), 2);
 }
 
 } // namespace

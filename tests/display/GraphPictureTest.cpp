@@ -125,7 +125,7 @@ TEST(GraphPicture, OutlinesALightTrace) {
     graph.setAxisRange(Axis::Voltage, 0, 2);
     const QImage area = plotAreaOf(graph);
     EXPECT_GT(count(area, rgbOf(traceColour(10))), 100);
-    EXPECT_GT(count(area, rgbOf(*traceOutline(10))), 100);
+    EXPECT_GT(count(area, rgbOf(*traceOutline(traceColour(10)))), 100);
 }
 
 TEST(GraphPicture, OutlinesALightTraceZoomedInAllAlongItAndALoneSampleToo) {
@@ -264,6 +264,29 @@ TEST(GraphPicture, ReachesTheScreenAtTheNextTurnOfTheEventLoop) {
     const QImage before = graph.grab().toImage();
     graph.plot(makeTrial(1, 5000, [](int, std::int64_t) { return 5.0; }), 1e-3);
     EXPECT_TRUE(test::waitFor([&] { return graph.grab().toImage() != before; }));
+}
+
+TEST(GraphPicture, BetweenEqualLimitsShowsOnlyWhatHasThisValue) {
+    CWGraph graph;
+    graph.plot(makeTrial(2, 5000, [](int channel, std::int64_t) { return channel == 0 ? 2.0 : 2.001; }), 1e-3);
+    graph.setAxisRange(Axis::Time, 0, 4.999);
+    graph.setAxisRange(Axis::Voltage, 2, 2);
+    const QImage area = plotAreaOf(graph);
+    const int middle = area.height() / 2;
+    EXPECT_GT(test::columnsWith(area, rgbOf(traceColour(0)), middle - 3, middle + 3).size(),
+              static_cast<std::size_t>(area.width() * 9 / 10));
+    EXPECT_EQ(count(area, rgbOf(traceColour(1))), 0);
+}
+
+TEST(GraphPicture, DrawsATraceInTheColourThatItIsGiven) {
+    CWGraph graph;
+    graph.plot(makeTrial(1, 5000, [](int, std::int64_t) { return 1.0; }), 1e-3);
+    graph.setAxisRange(Axis::Time, 0, 4.999);
+    graph.setTraceColour(0, averageColour);
+    EXPECT_GT(count(plotAreaOf(graph), rgbOf(averageColour)), 100);
+    graph.setTraceColour(0, std::nullopt);
+    EXPECT_EQ(count(plotAreaOf(graph), rgbOf(averageColour)), 0);
+    EXPECT_GT(count(plotAreaOf(graph), rgbOf(traceColour(0))), 100);
 }
 
 } // namespace

@@ -28,18 +28,23 @@ TEST(TraceColours, RepeatAfterSixteen) {
 TEST(TraceOutline, GoesRoundTheColoursThatFadeIntoWhiteAndNoOthers) {
     for (int position = 0; position < 16; ++position) {
         const bool light = position == 3 || position == 4 || position == 8 || position == 9 || position == 10;
-        EXPECT_EQ(traceOutline(position).has_value(), light) << position;
+        EXPECT_EQ(traceOutline(traceColour(position)).has_value(), light) << position;
     }
-    EXPECT_EQ(traceOutline(20).has_value(), traceOutline(4).has_value());
 }
 
 TEST(TraceOutline, IsDarkerThanItsTrace) {
     for (int position = 0; position < 16; ++position) {
-        const auto outline = traceOutline(position);
+        const auto outline = traceOutline(traceColour(position));
         if (!outline) continue;
         const Rgb colour = traceColour(position);
         EXPECT_LT(outline->red + outline->green + outline->blue, (colour.red + colour.green + colour.blue) * 2 / 3);
     }
+}
+
+TEST(AverageColour, IsNoTrialsAndNeedsNoOutline) {
+    for (int position = 0; position < 16; ++position)
+        EXPECT_NE(traceColour(position), averageColour) << position;
+    EXPECT_FALSE(traceOutline(averageColour).has_value());
 }
 
 } // namespace

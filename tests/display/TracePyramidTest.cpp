@@ -106,5 +106,23 @@ TEST(TracePyramid, BoundsEverySample) {
     }
 }
 
+TEST(TracePyramid, TellsTheExtentOfTheFiniteSamples) {
+    std::vector<double> samples(1000, 0.5);
+    samples[0] = std::nan("");
+    samples[99] = INFINITY;
+    samples[100] = 3; // in the same bucket
+    samples[500] = -2;
+    samples[999] = -INFINITY;
+    const TracePyramid pyramid{std::span<const double>(samples)};
+    EXPECT_EQ(pyramid.whole(), (Extent{-INFINITY, INFINITY}));
+    EXPECT_EQ(pyramid.finite(), (Extent{-2, 3}));
+}
+
+TEST(TracePyramid, KnowsNoFiniteSampleWhereThereIsNone) {
+    const std::vector<float> infinite(3, INFINITY);
+    EXPECT_TRUE(TracePyramid{std::span<const float>(infinite)}.finite().empty());
+    EXPECT_TRUE(TracePyramid().finite().empty());
+}
+
 } // namespace
 } // namespace tavex2

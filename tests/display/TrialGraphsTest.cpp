@@ -166,5 +166,43 @@ TEST_F(TrialGraphsTest, LetGoOfTrialsThatAreNoLongerShown) {
     EXPECT_EQ(cwG.plotCount(), 0);
 }
 
+TEST_F(TrialGraphsTest, EmptyGraphsFollowTheTimeOfTheCurrentTrial) {
+    state.settings.sampling.Duration = 2.5F;
+    setCurrent(ramp(1, 5001, 1.0), 1000);
+    graphs.RedrawTrials(state);
+    EXPECT_EQ(cwGLast.plotCount(), 0);
+    EXPECT_DOUBLE_EQ(cwGLast.xMaximum(), 5.0);
+    EXPECT_DOUBLE_EQ(cwGAvg.xMaximum(), 5.0);
+}
+
+TEST_F(TrialGraphsTest, ScaleToTheFiniteSamplesOfATrialWithAnInfiniteOne) {
+    setCurrent(makeTrial({0, 1, INFINITY, 4}), 1000);
+    graphs.RedrawTrials(state);
+    EXPECT_GT(cwG.yMaximum(), 4.0);
+    EXPECT_LT(cwG.yMaximum(), 4.5);
+    EXPECT_GT(cwG.yMinimum(), -0.5);
+}
+
+TEST_F(TrialGraphsTest, KeepTheLastPictureOfARealTimeViewUntilThereIsAnotherTrial) {
+    setCurrent(ramp(2, 101, 1.0), 100);
+    graphs.RedrawTrials(state);
+    const auto trial = cwG.pyramid();
+    cwG.plot(ramp(3, 51, 2.0), 0.01);
+    cwG.setNote(QStringLiteral("Real time"));
+    graphs.RedrawTrials(state);
+    EXPECT_EQ(cwG.plotCount(), 3);
+    EXPECT_EQ(cwG.note(), QStringLiteral("Real time"));
+    graphs.showCurrentTrial(state);
+    EXPECT_EQ(cwG.pyramid()->trial(), trial->trial());
+    EXPECT_EQ(cwG.note(), QString());
+
+    cwG.plot(ramp(3, 51, 2.0), 0.01);
+    cwG.setNote(QStringLiteral("Real time"));
+    setCurrent(ramp(1, 101, 1.0), 100);
+    graphs.RedrawTrials(state);
+    EXPECT_EQ(cwG.plotCount(), 1);
+    EXPECT_EQ(cwG.note(), QString());
+}
+
 } // namespace
 } // namespace tavex2

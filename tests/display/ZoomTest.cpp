@@ -224,5 +224,24 @@ TEST_F(ZoomTest, AFailedResetLeavesThePanButton) {
     EXPECT_EQ(zoom.state().trackMode, 6);
 }
 
+TEST_F(ZoomTest, TellsWhatTheMouseDoesWhicheverCommandBroughtItAbout) {
+    EXPECT_EQ(zoom.state().tool(), GraphTool::None);
+    zoom.mnuMouseZooms_Click();
+    EXPECT_EQ(zoom.state().tool(), GraphTool::HoldToZoom);
+    zoom.mnuMousePans_Click();
+    EXPECT_EQ(zoom.state().tool(), GraphTool::Pan);
+    zoom.tbZoom_Click();
+    EXPECT_EQ(zoom.state().tool(), GraphTool::ZoomArea);
+    zoom.tbPan_Click();
+    EXPECT_EQ(zoom.state().tool(), GraphTool::Pan);
+    zoom.mnuZooms_Click();
+    EXPECT_EQ(zoom.state().tool(), GraphTool::ZoomArea);
+    zoom.mnuZooms_Click();
+    EXPECT_EQ(zoom.state().tool(), GraphTool::None);
+    zoom.allowPanning();
+    ASSERT_TRUE(zoom.tbReset_Click([] { return Result<void>(); }));
+    EXPECT_EQ(zoom.state().tool(), GraphTool::None);
+}
+
 } // namespace
 } // namespace tavex2::test

@@ -70,6 +70,13 @@ inline void press(QWidget& messageBox, QMessageBox::StandardButton button) {
     QTest::mouseClick(box->button(button), Qt::LeftButton);
 }
 
+/// Clicks twice as a desktop reports it: press and release, then the second press as a double click, and its release.
+inline void doubleClick(QWidget& widget, const QPoint& place) {
+    QTest::mouseClick(&widget, Qt::LeftButton, {}, place);
+    QTest::mouseDClick(&widget, Qt::LeftButton, {}, place);
+    QTest::mouseRelease(&widget, Qt::LeftButton, {}, place);
+}
+
 /// Types a name into a file dialog and confirms it. While the field has the focus, the folder's listing, which comes
 /// when it is ready, does not write the proposed name over the typed one.
 inline void enterFileName(QWidget& fileDialog, const QString& name) {

@@ -42,6 +42,8 @@ MeasuringForm::MeasuringForm(const QString& name, const QString& caption, QWidge
     m_rectify->setObjectName(QStringLiteral("chkRectify"));
     m_rectify->setToolTip(tr("Show and measure the absolute value of every sample"));
     connect(m_rectify, &QCheckBox::toggled, this, [this] { cbChannels_Click(); });
+    leaveKeysToGraph(*m_channels);
+    leaveKeysToGraph(*m_rectify);
     m_choices->addWidget(m_channels);
     m_choices->addWidget(m_rectify);
 
@@ -62,36 +64,48 @@ MeasuringForm::MeasuringForm(const QString& name, const QString& caption, QWidge
     resize(startSize.expandedTo(sizeHint()));
 }
 
-QLineEdit* MeasuringForm::addBox(QGridLayout& grid, int row, int column, const char* box, const char* label,
-                                 const QString& caption, const QString& tip) {
+/// A label, a box and its unit; `name` follows "lbl", "txt" and "unit".
+QLineEdit* MeasuringForm::addBox(QGridLayout& grid, int row, int column, const QString& name, const QString& caption,
+                                 const QString& unit, const QString& tip) {
     auto* edit = new QLineEdit(this);
-    edit->setObjectName(QLatin1String(box));
+    edit->setObjectName(QStringLiteral("txt") + name);
     edit->setReadOnly(true);
     edit->setFocusPolicy(Qt::NoFocus); // the copying key is the window's
     edit->setToolTip(tip);
-    auto* text = new QLabel(caption, this);
-    text->setObjectName(QLatin1String(label));
-    text->setBuddy(edit);
     edit->setAccessibleName(caption);
-    grid.addWidget(text, row, 2 * column);
-    grid.addWidget(edit, row, 2 * column + 1);
+    edit->setAccessibleDescription(tip);
+    auto* text = new QLabel(caption, this);
+    text->setObjectName(QStringLiteral("lbl") + name);
+    text->setBuddy(edit);
+    auto* unitText = new QLabel(unit, this);
+    unitText->setObjectName(QStringLiteral("unit") + name);
+    grid.addWidget(text, row, 3 * column);
+    grid.addWidget(edit, row, 3 * column + 1);
+    grid.addWidget(unitText, row, 3 * column + 2);
     return edit;
 }
 
 void MeasuringForm::addReadings(QGridLayout& grid) {
-    m_left = addBox(grid, 0, 0, "txtLeft", "lblLeft", tr("Cursor 1 :"), tr("Time of cursor 1 in seconds"));
-    m_right = addBox(grid, 0, 1, "txtRight", "lblRight", tr("Cursor 2 :"), tr("Time of cursor 2 in seconds"));
-    m_interval =
-        addBox(grid, 0, 2, "txtInterval", "lblInterval", tr("Interval :"), tr("Time between the cursors in seconds"));
-    m_minimum =
-        addBox(grid, 1, 0, "txtMin", "lblMin", tr("Minimum :"), tr("Lowest value between the cursors in volts"));
-    m_maximum =
-        addBox(grid, 1, 1, "txtMax", "lblMax", tr("Maximum :"), tr("Highest value between the cursors in volts"));
-    m_peakToPeak = addBox(grid, 1, 2, "txtP2P", "lblP2P", tr("Peak-to-Peak :"), tr("Maximum less minimum in volts"));
-    m_integral = addBox(grid, 1, 3, "txtIntegral", "lblIntegral", tr("Integral :"),
-                        tr("Integral between the cursors in volt-seconds"));
-    for (const char* each : {"txtMin", "lblMin", "txtMax", "lblMax", "txtP2P", "lblP2P", "txtIntegral", "lblIntegral"})
-        m_measuring.push_back(findChild<QWidget*>(QLatin1String(each)));
+    const auto add = [&](int row, int column, const char* name, const QString& caption, const char* unit,
+                         const QString& tip) {
+        return addBox(grid, row, column, QLatin1String(name), caption, QLatin1String(unit), tip);
+    };
+    m_left = add(0, 0, "Left", tr("Cursor 1 :"), "s", tr("Time of cursor 1 in seconds"));
+    m_right = add(0, 1, "Right", tr("Cursor 2 :"), "s", tr("Time of cursor 2 in seconds"));
+    m_interval = add(0, 2, "Interval", tr("Interval :"), "s", tr("Time between the cursors in seconds"));
+    m_values = {add(1, 0, "Value1", tr("At cursor 1 :"), "V", tr("Value at cursor 1 in volts")),
+                add(1, 1, "Value2", tr("At cursor 2 :"), "V", tr("Value at cursor 2 in volts"))};
+    m_integral = add(1, 2, "Integral", tr("Integral :"), "V s", tr("Integral between the cursors in volt-seconds"));
+    m_minimum = add(2, 0, "Min", tr("Minimum :"), "V", tr("Lowest value between the cursors in volts"));
+    m_maximum = add(2, 1, "Max", tr("Maximum :"), "V", tr("Highest value between the cursors in volts"));
+    m_peakToPeak = add(2, 2, "P2P", tr("Peak-to-Peak :"), "V", tr("Maximum less minimum in volts"));
+    for (const char* name : {"Value1", "Value2", "Integral", "Min", "Max", "P2P"})
+        for (const char* part : {"lbl%1", "txt%1", "unit%1"})
+            m_measuring.push_back(findChild<QWidget*>(QLatin1String(part).arg(QLatin1String(name))));
+}
+
+void MeasuringForm::leaveKeysToGraph(QWidget& control) {
+    control.setFocusPolicy(Qt::TabFocus);
 }
 
 void MeasuringForm::addCopyButtons() {
@@ -102,6 +116,7 @@ void MeasuringForm::addCopyButtons() {
         button->setShortcut(key);
         button->setToolTip(QStringLiteral("%1 (%2)").arg(tip, key.toString(QKeySequence::NativeText)));
         button->setAutoDefault(false);
+        leaveKeysToGraph(*button);
         connect(button, &QPushButton::clicked, this, [this, lines] { copy((this->*lines)()); });
         m_choices->addWidget(button);
         return button;
@@ -128,7 +143,7 @@ void MeasuringForm::addGraph() {
     connect(m_graph, &CWGraph::wheelTurned, this, [this](double notches, double x, double y) {
         zoomAround(*m_graph, placeInView(*m_graph, x, y), std::pow(zoomNotchFactor, notches));
     });
-    connect(m_graph, &CWGraph::doubleClicked, this, [this] {
+    connect(m_cursors, &GraphCursors::doubleClicked, this, [this] {
         m_graph->rescaleOnce(CWGraph::Axis::Time);
         m_graph->rescaleOnce(CWGraph::Axis::Voltage);
     });
@@ -182,7 +197,10 @@ void MeasuringForm::putCursorsAtEnds(double rateHz) {
 void MeasuringForm::CursorChange() {
     const bool any = m_graph->plotCount() > 0;
     const ReadingTexts texts = any ? textsOf(m_cursors->seconds(0), m_cursors->seconds(1), measure()) : ReadingTexts();
-    const auto show = [](QLineEdit* box, const std::string& text) { box->setText(QString::fromStdString(text)); };
+    const auto show = [](QLineEdit* box, const std::string& text) {
+        box->setText(QString::fromStdString(text));
+        box->setCursorPosition(0); // where the box is too short, the beginning counts
+    };
     show(m_left, texts.cursor1);
     show(m_right, texts.cursor2);
     show(m_interval, texts.interval);
@@ -190,6 +208,12 @@ void MeasuringForm::CursorChange() {
     show(m_maximum, texts.maximum);
     show(m_peakToPeak, texts.peakToPeak);
     show(m_integral, texts.integral);
+    for (const int cursor : {0, 1})
+        show(m_values[static_cast<std::size_t>(cursor)], any ? voltText(valueAt(cursor, 0)) : std::string());
+}
+
+double MeasuringForm::valueAt(int cursor, int plot) const {
+    return m_graph->pyramid()->channel(plot).sample(m_cursors->sample(cursor));
 }
 
 ReadingsLine MeasuringForm::lineOf(const std::string& trial, int channel, const LmbHeader& header,

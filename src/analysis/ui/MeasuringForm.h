@@ -8,6 +8,7 @@
 
 #include <QDialog>
 
+#include <array>
 #include <vector>
 
 class QCheckBox;
@@ -50,7 +51,9 @@ class MeasuringForm : public QDialog {
     void putCursorsAtEnds(double rateHz);
 
     /// Fills the boxes anew; also what a moved cursor does.
-    void CursorChange();
+    virtual void CursorChange();
+    /// The sample of a plot (0 is the first one) under cursor 0 or 1, V; something is plotted.
+    double valueAt(int cursor, int plot) const;
 
     /// A line for one row of samples between the cursors.
     ReadingsLine lineOf(const std::string& trial, int channel, const LmbHeader& header,
@@ -62,12 +65,15 @@ class MeasuringForm : public QDialog {
     QHBoxLayout& middle() { return *m_middle; }
     CWGraph& graph() { return *m_graph; }
     const GraphCursors& cursors() const { return *m_cursors; }
-    /// The labels and boxes that belong to measuring: minimum, maximum, peak-to-peak and integral.
+    /// A control that takes the focus by Tab alone, so that after a click on it the keys still move the cursors.
+    static void leaveKeysToGraph(QWidget& control);
+    /// The labels, boxes and units that belong to measuring: minimum, maximum, peak-to-peak, integral, and the values
+    /// at the cursors.
     void showReadings(bool shown);
 
   private:
-    QLineEdit* addBox(QGridLayout& grid, int row, int column, const char* box, const char* label,
-                      const QString& caption, const QString& tip);
+    QLineEdit* addBox(QGridLayout& grid, int row, int column, const QString& name, const QString& caption,
+                      const QString& unit, const QString& tip);
     void addReadings(QGridLayout& grid);
     void addCopyButtons();
     void addGraph();
@@ -88,7 +94,8 @@ class MeasuringForm : public QDialog {
     QLineEdit* m_maximum = nullptr;
     QLineEdit* m_peakToPeak = nullptr;
     QLineEdit* m_integral = nullptr;
-    std::vector<QWidget*> m_measuring; ///< shown and hidden together
+    std::array<QLineEdit*, 2> m_values{}; ///< at the cursors
+    std::vector<QWidget*> m_measuring;    ///< shown and hidden together
 };
 
 } // namespace tavex2

@@ -1,17 +1,39 @@
 #include "analysis/ui/frmLabels.h"
 
 #include "base/Decimal.h"
+#include "display/ui/ColourSwatch.h"
 #include "platform/qt/CenterForm.h"
 #include "platform/qt/TextForm.h"
 
+#include <QButtonGroup>
+#include <QCheckBox>
 #include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QRadioButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
 namespace tavex2 {
+
+namespace {
+
+/// Lays the buttons of a control array out in two rows of a frame; `make` makes the one of an index 1..16.
+template <class Make>
+QGroupBox* frameOfBoxes(QWidget* form, const char* name, const QString& title, const Make& make) {
+    auto* frame = new QGroupBox(title, form);
+    frame->setObjectName(QLatin1String(name));
+    auto* grid = new QGridLayout(frame);
+    constexpr int columns = ChannelLabels::boxes / 2;
+    for (int index = 1; index <= ChannelLabels::boxes; ++index)
+        grid->addWidget(make(index, frame), (index - 1) / columns, (index - 1) % columns);
+    return frame;
+}
+
+} // namespace
 
 frmLabels::frmLabels(ProgramState& state, QWidget* mainWindow) : QDialog(mainWindow), m_labels(state) {
     setObjectName(QStringLiteral("frmLabels"));
@@ -22,11 +44,12 @@ frmLabels::frmLabels(ProgramState& state, QWidget* mainWindow) : QDialog(mainWin
     m_title = addFact(*facts, "txtTitle", tr("Title:"), tr("Title from data file"));
     m_rate = addFact(*facts, "txtRate", tr("Rate:"), tr("Sampling rate of forces (Hz per channel)"));
     m_duration = addFact(*facts, "txtDuration", tr("Duration:"), tr("Sampling rate of forces (Hz per channel)"));
+    addOptions();
     addLists();
+    addChoices();
     addButtons();
     showFacts();
     RewriteValues();
-    m_names->setCurrentRow(0);
     m_names->setFocus();
 }
 
@@ -47,6 +70,71 @@ QListWidget* frmLabels::makeList(const char* name, const QString& tip) {
     return list;
 }
 
+void frmLabels::prepareBox(QAbstractButton& box, const char* array, int index, const QString& tip) const {
+    box.setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(array)).arg(index));
+    box.setText(QString::fromStdString(zeroPadded(index - 1, 2)));
+    box.setToolTip(tip.arg(index - 1));
+    box.setAccessibleName(box.toolTip());
+    box.setEnabled(index <= m_labels.channels());
+}
+
+void frmLabels::addOptions() {
+    m_options = new QButtonGroup(this);
+    layout()->addWidget(frameOfBoxes(this, "fraOptions", tr("Channel to edit"), [this](int index, QWidget* frame) {
+        auto* option = new QRadioButton(frame);
+        prepareBox(*option, "option1", index, tr("Work on channel %1; Enter edits its label"));
+        m_options->addButton(option, index - 1);
+        connect(option, &QRadioButton::clicked, this, [this, index] { workOn(index - 1); });
+        whenEntered(option, [this, index] { editLabel(index - 1); });
+        return option;
+    }));
+}
+
+void frmLabels::addChoices() {
+    layout()->addWidget(
+        frameOfBoxes(this, "fraCheckbox", tr("Channels in the preview"), [this](int index, QWidget* frame) {
+            auto* box = new QCheckBox(frame);
+            prepareBox(*box, "chkChoose", index, tr("Show channel %1 in the preview; without any, all are shown"));
+            connect(box, &QCheckBox::toggled, this, [this, index](bool checked) {
+                m_labels.chkChoose_Click(index, checked);
+                showPreview();
+            });
+            return box;
+        }));
+    m_preview = new QListWidget(this);
+    m_preview->setObjectName(QStringLiteral("lstPreview"));
+    m_preview->setAccessibleName(tr("Preview"));
+    m_preview->setToolTip(tr("Colours, labels and units as the legend will tell them"));
+    m_preview->setFlow(QListView::LeftToRight);
+    m_preview->setWrapping(true);
+    m_preview->setResizeMode(QListView::Adjust);
+    m_preview->setSpacing(3);
+    m_preview->setSelectionMode(QAbstractItemView::NoSelection);
+    m_preview->setIconSize(swatchSize);
+    m_preview->setFixedHeight(3 * fontMetrics().lineSpacing() + 24);
+    layout()->addWidget(m_preview);
+}
+
+void frmLabels::showPreview() {
+    m_preview->clear();
+    for (const int channel : m_labels.previewed())
+        m_preview->addItem(
+            new QListWidgetItem(colourSwatch(traceColour(channel)),
+                                fromFileText(m_labels.label(channel) + " (" + m_labels.unit(channel) + ")")));
+}
+
+/// The lists and the option buttons show which channel it is; the seventeenth and further ones have no button.
+void frmLabels::workOn(int channel) {
+    if (channel < 0) return;
+    m_labels.workOn(channel);
+    for (QListWidget* list : {m_nums, m_names, m_units})
+        list->setCurrentRow(channel);
+    m_options->setExclusive(false);
+    for (QAbstractButton* each : m_options->buttons())
+        each->setChecked(m_options->id(each) == channel);
+    m_options->setExclusive(true);
+}
+
 void frmLabels::addLists() {
     m_nums = makeList("lstNums", tr("Channel"));
     m_names = makeList("lstLabels", tr("Click to enter a new label"));
@@ -62,6 +150,8 @@ void frmLabels::addLists() {
             if (one != other)
                 connect(one->verticalScrollBar(), &QScrollBar::valueChanged, other->verticalScrollBar(),
                         &QScrollBar::setValue);
+    for (QListWidget* each : {m_nums, m_names, m_units})
+        connect(each, &QListWidget::currentRowChanged, this, &frmLabels::workOn);
     whenChosen(m_names, &frmLabels::editLabel);
     whenChosen(m_units, &frmLabels::editUnit);
 }
@@ -112,18 +202,19 @@ void frmLabels::showFacts() {
     m_duration->setText(QString::fromStdString(m_labels.duration()));
 }
 
-/// Fills the lists anew and keeps the row that was chosen.
+/// Fills the lists anew and keeps the channel that is being worked on.
 void frmLabels::RewriteValues() {
     const auto fill = [this](QListWidget* list, auto text) {
-        const int row = list->currentRow();
+        const QSignalBlocker quiet(list);
         list->clear();
         for (int channel = 0; channel < m_labels.channels(); ++channel)
             list->addItem(text(channel));
-        list->setCurrentRow(row);
     };
     fill(m_nums, [](int channel) { return QString::fromStdString(zeroPadded(channel, 2)); });
     fill(m_names, [this](int channel) { return fromFileText(m_labels.label(channel)); });
     fill(m_units, [this](int channel) { return fromFileText(m_labels.unit(channel)); });
+    workOn(m_labels.workedOn());
+    showPreview();
 }
 
 /// Also what the close box does.

@@ -1,27 +1,14 @@
 #include "analysis/ui/frmOverlay.h"
 
 #include "analysis/Overlays.h"
-#include "display/TraceColours.h"
+#include "display/ui/ColourSwatch.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
-#include <QListWidget>
-#include <QPainter>
-#include <QPixmap>
+#include <QHeaderView>
+#include <QTreeWidget>
 
 namespace tavex2 {
-
-namespace {
-
-QIcon swatch(int position) {
-    const auto colour = [](Rgb rgb) { return QColor(rgb.red, rgb.green, rgb.blue); };
-    QPixmap picture(24, 12);
-    picture.fill(colour(traceColour(position)));
-    QPainter(&picture).drawRect(picture.rect().adjusted(0, 0, -1, -1));
-    return picture;
-}
-
-} // namespace
 
 frmOverlay::frmOverlay(const ProgramState& state, const CWGraph& mainGraph, QWidget* mainWindow)
     : MeasuringForm(QStringLiteral("frmOverlay"), tr("Overlays"), mainWindow), m_overlays(state.overlays),
@@ -30,6 +17,7 @@ frmOverlay::frmOverlay(const ProgramState& state, const CWGraph& mainGraph, QWid
     m_average->setToolTip(tr("Show and measure the average of the overlaid trials"));
     connect(m_average, &QCheckBox::toggled, this, [this] { chkAverage_Click(); });
     choices().insertWidget(1, m_average);
+    leaveKeysToGraph(*m_average);
     setTabOrder(findChild<QWidget*>(QStringLiteral("cbChannels")), m_average);
     addNames();
     fillChannels(m_overlays.OverlaySettings.NumChannels, m_header);
@@ -40,17 +28,44 @@ frmOverlay::frmOverlay(const ProgramState& state, const CWGraph& mainGraph, QWid
 }
 
 void frmOverlay::addNames() {
-    auto* names = new QListWidget(this);
-    names->setObjectName(QStringLiteral("lstNames"));
-    names->setAccessibleName(tr("Overlaid trials"));
-    names->setToolTip(tr("The overlaid trials and their colours"));
-    names->setSelectionMode(QAbstractItemView::NoSelection);
-    names->setIconSize(QSize(24, 12));
-    for (int k = 0; k < m_overlays.OverlayCount; ++k)
-        names->addItem(new QListWidgetItem(
-            swatch(k), QString::fromStdString(m_overlays.OverlayData[static_cast<std::size_t>(k)]->name)));
-    names->setFixedWidth(names->sizeHintForColumn(0) + 2 * names->frameWidth() + 8);
-    middle().addWidget(names);
+    m_names = new QTreeWidget(this);
+    m_names->setObjectName(QStringLiteral("lstNames"));
+    m_names->setAccessibleName(tr("Overlaid trials"));
+    m_names->setToolTip(tr("The traces with their colours and their values at the cursors in volts"));
+    m_names->setSelectionMode(QAbstractItemView::NoSelection);
+    m_names->setRootIsDecorated(false);
+    m_names->setIconSize(swatchSize);
+    m_names->setHeaderLabels({tr("Trial"), tr("At 1 (V)"), tr("At 2 (V)")});
+    m_names->header()->setStretchLastSection(false);
+    m_names->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_names->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+    m_names->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Expanding);
+    leaveKeysToGraph(*m_names);
+    middle().addWidget(m_names);
+}
+
+/// A line for each trace of the graph.
+void frmOverlay::showNames() {
+    m_names->clear();
+    for (int plot = 0; plot < graph().plotCount(); ++plot) {
+        auto* line = new QTreeWidgetItem(m_names);
+        line->setText(0, nameOf(plot));
+        line->setIcon(0, colourSwatch(averaged() ? averageColour : traceColour(plot)));
+        for (const int column : {1, 2})
+            line->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    }
+}
+
+QString frmOverlay::nameOf(int plot) const {
+    return QString::fromStdString(averaged() ? "Average of " + std::to_string(m_overlays.OverlayCount)
+                                             : m_overlays.OverlayData[static_cast<std::size_t>(plot)]->name);
+}
+
+void frmOverlay::CursorChange() {
+    MeasuringForm::CursorChange();
+    for (int plot = 0; plot < m_names->topLevelItemCount(); ++plot)
+        for (const int cursor : {0, 1})
+            m_names->topLevelItem(plot)->setText(cursor + 1, QString::fromStdString(voltText(valueAt(cursor, plot))));
 }
 
 bool frmOverlay::averaged() const {
@@ -63,7 +78,9 @@ void frmOverlay::chkAverage_Click() {
 }
 
 void frmOverlay::cbChannels_Click() {
+    graph().setTraceColour(0, averaged() ? std::optional(averageColour) : std::nullopt);
     plot(BuildPlotData(m_overlays, channel(), averaged(), rectified()), rateHz());
+    showNames();
     const bool measured = averaged() && graph().pyramid();
     m_measures = measured ? ChannelMeasures(graph().pyramid(), 0, rateHz()) : ChannelMeasures();
     CursorChange();
@@ -79,9 +96,7 @@ Result<void> frmOverlay::appendLines(int channel, std::vector<ReadingsLine>& lin
     const auto pyramid = std::make_shared<const TrialPyramid>(rows.value());
     for (int row = 0; row < pyramid->channels(); ++row) {
         const ChannelMeasures measures(pyramid, row, rateHz());
-        lines.push_back(lineOf(averaged() ? "Average of " + std::to_string(m_overlays.OverlayCount)
-                                          : m_overlays.OverlayData[static_cast<std::size_t>(row)]->name,
-                               channel, m_header,
+        lines.push_back(lineOf(nameOf(row).toStdString(), channel, m_header,
                                MeasureBetweenCursors(measures, cursors().sample(0), cursors().sample(1))));
     }
     return {};

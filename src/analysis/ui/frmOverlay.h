@@ -4,12 +4,12 @@
 #include "analysis/ui/MeasuringForm.h"
 
 class QCheckBox;
-class QListWidget;
+class QTreeWidget;
 
 namespace tavex2 {
 
 /// The modal window that lays one channel of all overlaid trials over each other, or shows their average and measures
-/// that between two cursors. A list tells which colour is which trial's.
+/// that between two cursors. A list tells which colour is which trial's, and its values at the cursors.
 class frmOverlay final : public MeasuringForm {
     Q_OBJECT
 
@@ -25,16 +25,21 @@ class frmOverlay final : public MeasuringForm {
     Result<std::vector<ReadingsLine>> copiedLines() override;
     Result<std::vector<ReadingsLine>> copiedLinesOfAllChannels() override;
 
+    void CursorChange() override;
+
   private:
     void addNames();
+    void showNames();
     void chkAverage_Click();
     bool averaged() const;
+    QString nameOf(int plot) const;
     double rateHz() const { return m_overlays.OverlaySettings.Rate; }
     Result<void> appendLines(int channel, std::vector<ReadingsLine>& lines) const;
 
     const OverlaySet& m_overlays;
     const LmbHeader& m_header;
     QCheckBox* m_average;
+    QTreeWidget* m_names = nullptr;
     ChannelMeasures m_measures;
 };
 

@@ -18,11 +18,17 @@ namespace {
 
 constexpr QColor gridColour(0xDC, 0xDC, 0xDC);
 constexpr QColor hintColour(0x6E, 0x6E, 0x6E);
+constexpr int stripGap = 3; ///< pixels between a note and the plot area
 
 // Tracking modes in which the library itself follows the mouse, and the one that reports to the program.
 constexpr int modeEvents = 1;
 constexpr int modePan = 3;
 constexpr int modeZoomArea = 6;
+
+/// With Shift the right button asks for the menu instead of zooming.
+bool asksForMenu(Qt::KeyboardModifiers modifiers) {
+    return modifiers.testFlag(Qt::ShiftModifier);
+}
 
 QString rangeText(double from, double to, const char* unit) {
     return QStringLiteral("%1 to %2 %3")
@@ -33,7 +39,7 @@ QString rangeText(double from, double to, const char* unit) {
 
 CWGraph::CWGraph(QWidget* parent)
     : QCustomPlot(parent), m_timeAxis(new GraphAxis(xAxis)), m_voltageAxis(new GraphAxis(yAxis)),
-      m_emptyText(new QCPItemText(this)), m_note(new QCPItemText(this)) {
+      m_emptyText(new QCPItemText(this)), m_strip(new QCPItemText(this)) {
     setFocusPolicy(Qt::StrongFocus);
     for (int position = 0; position < traceColourCount; ++position)
         m_plots.push_back(new TracePlottable(xAxis, yAxis, position));
@@ -57,20 +63,20 @@ CWGraph::CWGraph(QWidget* parent)
     }
     xAxis->grid()->setZeroLinePen(Qt::NoPen);
 
-    for (QCPItemText* text : {m_emptyText, m_note}) {
+    for (QCPItemText* text : {m_emptyText, m_strip}) {
         text->setSelectable(false);
         text->position->setType(QCPItemPosition::ptAxisRectRatio);
-        text->setColor(hintColour);
-        text->setBrush(QBrush(Qt::white));
-        text->setPadding(QMargins(8, 4, 8, 4));
         text->setText(QString());
     }
+    m_emptyText->setColor(hintColour);
+    m_emptyText->setBrush(QBrush(Qt::white));
+    m_emptyText->setPadding(QMargins(8, 4, 8, 4));
     m_emptyText->setPositionAlignment(Qt::AlignCenter);
     m_emptyText->position->setCoords(0.5, 0.5);
-    m_note->setPositionAlignment(Qt::AlignTop | Qt::AlignRight);
-    m_note->position->setCoords(0.995, 0.015);
-    m_note->setPen(QPen(hintColour));
-    m_note->setLayer(QStringLiteral("legend")); // above the traces
+    m_strip->setClipToAxisRect(false);
+    m_strip->setPadding(QMargins(0, 0, 0, stripGap));
+    m_strip->setPositionAlignment(Qt::AlignBottom | Qt::AlignRight);
+    m_strip->position->setCoords(1, 0);
 
     m_timeAxis->setLimits(0, 1);
     m_voltageAxis->setLimits(-10, 10);
@@ -117,6 +123,11 @@ void CWGraph::clearPlots() {
     for (TracePlottable* plot : m_plots)
         plot->clearTrace();
     showChange();
+}
+
+void CWGraph::setTraceColour(int position, const std::optional<Rgb>& colour) {
+    m_plots[static_cast<std::size_t>(position)]->setColour(colour.value_or(traceColour(position)));
+    replot(rpQueuedReplot);
 }
 
 int CWGraph::plotCount() const {
@@ -192,10 +203,6 @@ void CWGraph::setEmptyText(const QString& text) {
     showChange();
 }
 
-QString CWGraph::note() const {
-    return m_note->text();
-}
-
 void CWGraph::setRemark(const QString& text) {
     if (text == toolTip()) return;
     setToolTip(text);
@@ -203,7 +210,8 @@ void CWGraph::setRemark(const QString& text) {
 }
 
 void CWGraph::setNote(const QString& text) {
-    m_note->setText(text);
+    m_note = text;
+    reserveMargins();
     showChange();
 }
 
@@ -212,7 +220,7 @@ AxisRange CWGraph::plottedTime() const {
 }
 
 Extent CWGraph::plottedVolts() const {
-    const Extent& whole = m_pyramid->whole();
+    const Extent& whole = m_pyramid->finite();
     return whole.empty() ? whole : Extent{whole.lowest * m_valueFactor, whole.highest * m_valueFactor};
 }
 
@@ -241,7 +249,7 @@ QString CWGraph::description() const {
 
 void CWGraph::showChange() {
     m_emptyText->setVisible(!m_pyramid && !emptyText().isEmpty());
-    m_note->setVisible(!note().isEmpty());
+    m_strip->setVisible(!note().isEmpty());
     setAccessibleDescription(toolTip().isEmpty() ? description() : description() + QLatin1Char(' ') + toolTip());
     if (m_pointer) reportPointer();
     replot(rpQueuedReplot);
@@ -268,9 +276,8 @@ void CWGraph::setTrackMode(int mode) {
     }
 }
 
-/// With Shift the right button asks for the menu instead of zooming.
-bool CWGraph::reportsEvents(Qt::KeyboardModifiers modifiers) const {
-    return isEnabled() && m_trackMode == modeEvents && !modifiers.testFlag(Qt::ShiftModifier);
+bool CWGraph::reportsEvents() const {
+    return isEnabled() && m_trackMode == modeEvents;
 }
 
 QPointF CWGraph::insideView(const QPointF& place) const {
@@ -302,7 +309,7 @@ bool CWGraph::event(QEvent* event) {
         break;
     case QEvent::ContextMenu: {
         const auto* asked = static_cast<QContextMenuEvent*>(event);
-        if (asked->reason() != QContextMenuEvent::Mouse || !reportsEvents(asked->modifiers()))
+        if (asked->reason() != QContextMenuEvent::Mouse || !reportsEvents() || asksForMenu(asked->modifiers()))
             Q_EMIT menuRequested(asked->globalPos());
         event->accept();
         return true;
@@ -318,7 +325,8 @@ void CWGraph::mousePressEvent(QMouseEvent* event) {
         if (event->button() == Qt::LeftButton) QCustomPlot::mousePressEvent(event);
         return;
     }
-    if (!reportsEvents(event->modifiers()) || !axisRect()->rect().contains(event->position().toPoint())) return;
+    if (!reportsEvents() || !axisRect()->rect().contains(event->position().toPoint())) return;
+    if (event->button() == Qt::RightButton && asksForMenu(event->modifiers())) return;
     m_pressReported = true;
     Q_EMIT mouseDown(static_cast<int>(event->button()), timeAt(event->position()), voltsAt(event->position()));
 }
@@ -344,7 +352,17 @@ void CWGraph::endPress(int button, const QPointF& place) {
 }
 
 void CWGraph::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) Q_EMIT doubleClicked();
+    if (reportsEvents())
+        mousePressEvent(event);
+    else if (event->button() == Qt::LeftButton)
+        Q_EMIT doubleClicked();
+}
+
+/// A rectangle that began or ended beside the plot area is cut at its edge. One too flat to be meant is left out.
+void CWGraph::processRectZoom(QRect rect, QMouseEvent* event) {
+    constexpr int flattest = 4; // pixels
+    const QRect inside = rect.normalized() & axisRect()->rect();
+    if (inside.width() >= flattest && inside.height() >= flattest) QCustomPlot::processRectZoom(inside, event);
 }
 
 void CWGraph::wheelEvent(QWheelEvent* event) {
@@ -374,15 +392,37 @@ void CWGraph::applyPalette() {
         each->setStyle(text, font());
     for (QCPAxis* opposite : {xAxis2, yAxis2})
         opposite->setBasePen(QPen(text));
-    for (QCPItemText* each : {m_emptyText, m_note})
+    for (QCPItemText* each : {m_emptyText, m_strip})
         each->setFont(font());
+    m_strip->setColor(text);
+    reserveMargins();
+}
 
-    // Numbers of usual width leave the plot areas of graphs above each other aligned.
+void CWGraph::reserveMargins() {
     const QFontMetrics metrics(font());
+    // Numbers of usual width leave the plot areas of graphs above each other aligned.
     const int numbers = metrics.horizontalAdvance(QStringLiteral("-0000.0"));
-    const int above =
-        std::max(8, metrics.height() / 2 + 2); // half of the number at the top, which would be left out else
-    axisRect()->setMinimumMargins(QMargins(numbers + metrics.height() + 20, above, numbers / 2, 0));
+    const int halfNumber = metrics.height() / 2 + 2; // the upper half of the one at the top
+    const int strip = note().isEmpty() ? 0 : metrics.height() + stripGap + 2;
+    axisRect()->setMinimumMargins(
+        QMargins(numbers + metrics.height() + 20, std::max({8, halfNumber, strip}), numbers / 2, 0));
+}
+
+/// Texts can be suited to their room only when it is known.
+void CWGraph::updateLayout() {
+    QCustomPlot::updateLayout();
+    if (fitTexts()) QCustomPlot::updateLayout();
+}
+
+/// True when the room has changed. A caption is centred on its axis and may reach into the margins.
+bool CWGraph::fitTexts() {
+    const QRect area = axisRect()->rect();
+    const QRect whole = viewport();
+    const int beside = std::min(area.left() - whole.left(), whole.right() - area.right());
+    const int around = std::min(area.top() - whole.top(), whole.bottom() - area.bottom());
+    m_strip->setText(QFontMetrics(font()).elidedText(note(), Qt::ElideRight, area.width()));
+    const bool timeChanged = m_timeAxis->fit(area.width(), area.width() + 2 * beside);
+    return m_voltageAxis->fit(area.height(), area.height() + 2 * around) || timeChanged;
 }
 
 void CWGraph::paintEvent(QPaintEvent* event) {

@@ -3,6 +3,7 @@
 #include "acquisition/records/TrialBuffers.h"
 #include "display/AxisRange.h"
 #include "display/GraphControl.h"
+#include "display/TraceColours.h"
 #include "display/TrialPyramid.h"
 #include "display/ui/QCustomPlotLibrary.h"
 
@@ -46,6 +47,9 @@ class CWGraph : public QCustomPlot, public GraphControl {
     void plot(std::shared_ptr<const TrialPyramid> pyramid, double sampleIntervalSeconds, double valueFactor = 1.0);
     void clearPlots();
 
+    /// Draws the plot at a position (0..15) in this colour from now on; without one in the position's own.
+    void setTraceColour(int position, const std::optional<Rgb>& colour);
+
     /// What is shown; null for nothing.
     const std::shared_ptr<const TrialPyramid>& pyramid() const { return m_pyramid; }
     /// Number of traces shown.
@@ -75,8 +79,8 @@ class CWGraph : public QCustomPlot, public GraphControl {
     QString emptyText() const;
     void setEmptyText(const QString& text);
 
-    /// Text in the upper right corner of the plot area, over the traces; empty for none.
-    QString note() const;
+    /// Text in a strip above the plot area, beside the data; empty for no strip.
+    QString note() const { return m_note; }
     void setNote(const QString& text);
 
     /// What else is to be known of the graph: its tool tip, and the end of its description.
@@ -119,6 +123,7 @@ class CWGraph : public QCustomPlot, public GraphControl {
     void viewDragged();
     /// The wheel was turned by so many notches, away from the user above 0.
     void wheelTurned(double notches, double x, double y);
+    /// In tracking mode 1 there is no double click: each press is reported.
     void doubleClicked();
 
     /// The pointer is over the plot area, also while the graph is disabled, or it has left it; again when what is shown
@@ -139,6 +144,8 @@ class CWGraph : public QCustomPlot, public GraphControl {
     void wheelEvent(QWheelEvent* event) override;
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void updateLayout() override;
+    void processRectZoom(QRect rect, QMouseEvent* event) override;
 
   private:
     GraphAxis& axis(Axis which) const;
@@ -147,7 +154,9 @@ class CWGraph : public QCustomPlot, public GraphControl {
     QString description() const;
     void showChange();
     void applyPalette();
-    bool reportsEvents(Qt::KeyboardModifiers modifiers) const;
+    void reserveMargins();
+    bool fitTexts();
+    bool reportsEvents() const;
     QPointF insideView(const QPointF& place) const;
     void reportPointer();
     void endPress(int button, const QPointF& place);
@@ -156,7 +165,8 @@ class CWGraph : public QCustomPlot, public GraphControl {
     GraphAxis* m_voltageAxis;
     std::vector<TracePlottable*> m_plots; ///< owned by the plot
     QCPItemText* m_emptyText;
-    QCPItemText* m_note;
+    QCPItemText* m_strip; ///< shows the note
+    QString m_note;
     std::shared_ptr<const TrialPyramid> m_pyramid;
     double m_sampleIntervalSeconds = 1;
     double m_valueFactor = 1;

@@ -3,6 +3,7 @@
 #include "display/CursorPlace.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -95,6 +96,15 @@ void GraphCursors::grabAt(double x) {
     drag(x);
 }
 
+/// The first of the two clicks has brought a cursor.
+void GraphCursors::takeDoubleClick() {
+    const bool back = m_samples != m_samplesAtPress;
+    m_samples = m_samplesAtPress;
+    mark(m_markedAtPress);
+    if (back) Q_EMIT moved();
+    Q_EMIT doubleClicked();
+}
+
 void GraphCursors::drag(double x) {
     if (m_count == 0) return;
     const std::int64_t before = sample(m_marked);
@@ -136,6 +146,14 @@ bool GraphCursors::keyPressed(const QKeyEvent& event) {
 
 bool GraphCursors::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress && m_count > 0 && keyPressed(static_cast<QKeyEvent&>(*event))) return true;
+    if (event->type() == QEvent::MouseButtonPress) {
+        m_samplesAtPress = m_samples;
+        m_markedAtPress = m_marked;
+    }
+    if (event->type() == QEvent::MouseButtonDblClick) {
+        if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) takeDoubleClick();
+        return true;
+    }
     return QObject::eventFilter(watched, event);
 }
 

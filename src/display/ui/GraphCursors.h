@@ -11,7 +11,8 @@ namespace tavex2 {
 
 /// Two cursors on a graph, each a line that sits on a sample.
 ///
-/// Dragging moves the cursor that is grabbed; a click elsewhere in the plot area brings the nearer one there. With the
+/// Dragging moves the cursor that is grabbed; a click elsewhere in the plot area brings the nearer one there; a double
+/// click moves none. With the
 /// focus on the graph the arrow keys move the marked cursor by a sample (Shift: ten, Ctrl: a fiftieth of the view),
 /// Home and End bring it to the ends of the data, 1 and 2 mark a cursor. Only the lines are drawn anew when one moves.
 /// User-interface thread.
@@ -35,6 +36,8 @@ class GraphCursors final : public QObject {
   Q_SIGNALS:
     /// The user moved a cursor.
     void moved();
+    /// The left button was clicked twice anywhere on the graph.
+    void doubleClicked();
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -48,6 +51,7 @@ class GraphCursors final : public QObject {
     Line makeLine(int cursor);
     std::int64_t inside(std::int64_t sample) const;
     void grabAt(double x);
+    void takeDoubleClick();
     void drag(double x);
     bool keyPressed(const QKeyEvent& event);
     void mark(int cursor);
@@ -61,7 +65,9 @@ class GraphCursors final : public QObject {
     std::int64_t m_count = 0;
     double m_intervalSeconds = 1;
     int m_marked = 0;
-    double m_grabOffset = 0; ///< seconds from the pointer to the grabbed cursor
+    double m_grabOffset = 0;                        ///< seconds from the pointer to the grabbed cursor
+    std::array<std::int64_t, 2> m_samplesAtPress{}; ///< of the mouse button
+    int m_markedAtPress = 0;
 };
 
 } // namespace tavex2

@@ -60,7 +60,7 @@ void GraphMouse::finish(const Result<void>& result) {
 }
 
 bool GraphMouse::zoomingAllowed() const {
-    return m_zoom.state().graphEnabled && m_zoom.state().trackMode != 0;
+    return m_zoom.state().tool() != GraphTool::None;
 }
 
 void GraphMouse::turnWheel(const CWGraph& graph, double notches, double x, double y) {

@@ -39,6 +39,9 @@ GraphsPanel::GraphsPanel(ProgramState& state, QWidget* parent)
     watchPointer(m_cwGLast, [=, &trials] { return samplingOf(trials.LastTrial); });
     watchPointer(m_cwGAvg, [&trials] { return trials.average.AverageSettings; });
     connect(&m_readout, &PointerReadout::changed, this, &GraphsPanel::readoutChanged);
+    connect(&m_realTime, &RealTimePlot::began, this, [this] {
+        if (m_state.settings.setup.DisplayAutoScale) m_trials.alignEmptyGraphs();
+    });
     connect(&m_mouse, &GraphMouse::failed, this, &GraphsPanel::failed);
     connect(&m_mouse, &GraphMouse::fullViewWanted, this,
             [this] { zoom([this](ZoomCommands&) { return mnuResetScale_Click(); }); });
@@ -76,12 +79,13 @@ void GraphsPanel::showRealTime(const TrialData& block, double sampleIntervalSeco
 
 void GraphsPanel::endRealTime() {
     m_realTime.end();
-    if (hasCurrentTrial(m_state))
+    if (!m_cwG.note().isEmpty() && hasCurrentTrial(m_state))
         m_cwG.setNote(tr("Real time, not stored. Autoscale graphs (Ctrl+0) shows the trial again."));
 }
 
 Result<void> GraphsPanel::mnuResetScale_Click() {
-    if (!m_cwG.note().isEmpty() && hasCurrentTrial(m_state)) RedrawTrials();
+    const bool watched = !m_cwG.note().isEmpty() && !m_state.RealTimeMode();
+    if (watched && hasCurrentTrial(m_state)) m_trials.showCurrentTrial(m_state);
     return tavex2::mnuResetScale_Click(m_state.settings, controls());
 }
 

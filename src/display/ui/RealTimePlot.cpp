@@ -18,10 +18,9 @@ RealTimePlot::RealTimePlot(CWGraph& graph, QObject* parent) : QObject(parent), m
 }
 
 void RealTimePlot::begin(double windowSeconds, bool followsData) {
+    m_windowSeconds = windowSeconds;
     m_followsData = followsData;
-    m_graph.clearPlots();
-    m_graph.setNote(tr("Real time, not stored"));
-    if (followsData) m_graph.setAxisRange(CWGraph::Axis::Time, 0, windowSeconds);
+    m_first = true;
 }
 
 void RealTimePlot::show(const TrialData& block, double sampleIntervalSeconds) {
@@ -38,9 +37,14 @@ void RealTimePlot::end() {
 void RealTimePlot::draw() {
     using Axis = CWGraph::Axis;
     m_graph.plot(std::exchange(m_newest, nullptr), m_sampleIntervalSeconds);
+    if (std::exchange(m_first, false)) {
+        m_graph.setNote(tr("Real time, not stored"));
+        if (m_followsData) m_graph.setAxisRange(Axis::Time, 0, m_windowSeconds);
+        Q_EMIT began();
+    }
     if (!m_followsData || !m_graph.pyramid()) return;
     const AxisRange shown{m_graph.axisMinimum(Axis::Voltage), m_graph.axisMaximum(Axis::Voltage)};
-    const AxisRange wanted = steadyVoltageRange(shown, m_graph.pyramid()->whole());
+    const AxisRange wanted = steadyVoltageRange(shown, m_graph.pyramid()->finite());
     if (!(wanted == shown)) m_graph.setAxisRange(Axis::Voltage, wanted.minimum, wanted.maximum);
 }
 

@@ -15,13 +15,18 @@ class RealTimePlot final : public QObject {
   public:
     explicit RealTimePlot(CWGraph& graph, QObject* parent = nullptr);
 
-    /// Clears the graph and says on it that nothing is stored. With `followsData` the time axis goes over
-    /// `windowSeconds` and the voltage axis follows the data, else the limits stay.
+    /// The first block takes the place of what the graph shows, with a note that nothing is stored. With `followsData`
+    /// the time axis goes over `windowSeconds` from then on and the voltage axis follows the data, else the limits
+    /// stay.
     void begin(double windowSeconds, bool followsData);
     /// Takes the newest block; sample i lies at i x `sampleIntervalSeconds`.
     void show(const TrialData& block, double sampleIntervalSeconds);
     /// Leaves the last picture on the graph.
     void end();
+
+  Q_SIGNALS:
+    /// The first block is on the graph.
+    void began();
 
   private:
     void draw();
@@ -30,7 +35,9 @@ class RealTimePlot final : public QObject {
     QTimer m_tick;
     TrialData m_newest;
     double m_sampleIntervalSeconds = 1;
+    double m_windowSeconds = 1;
     bool m_followsData = true;
+    bool m_first = true; ///< nothing has been drawn since the view began
 };
 
 } // namespace tavex2

@@ -81,11 +81,17 @@ QPen roundPen(const QColor& colour, int thickness) {
 } // namespace
 
 TracePlottable::TracePlottable(QCPAxis* keyAxis, QCPAxis* valueAxis, int position)
-    : QCPAbstractPlottable(keyAxis, valueAxis), m_colour(toColour(traceColour(position))) {
-    if (const auto outline = traceOutline(position)) m_outline = toColour(*outline);
+    : QCPAbstractPlottable(keyAxis, valueAxis) {
     setName(QStringLiteral("Plot-%1").arg(position + 1));
-    setPen(QPen(m_colour));
+    setColour(traceColour(position));
     setSelectable(QCP::stNone);
+}
+
+void TracePlottable::setColour(Rgb colour) {
+    const auto outline = traceOutline(colour);
+    m_colour = toColour(colour);
+    m_outline = outline ? toColour(*outline) : QColor();
+    setPen(QPen(m_colour));
 }
 
 void TracePlottable::setTrace(std::shared_ptr<const TrialPyramid> pyramid, int channel, double sampleIntervalSeconds,
@@ -112,7 +118,7 @@ QCPRange TracePlottable::getKeyRange(bool& foundRange, QCP::SignDomain) const {
 }
 
 QCPRange TracePlottable::getValueRange(bool& foundRange, QCP::SignDomain, const QCPRange&) const {
-    const Extent whole = hasTrace() ? m_pyramid->channel(m_channel).whole() : Extent{};
+    const Extent whole = hasTrace() ? m_pyramid->channel(m_channel).finite() : Extent{};
     foundRange = !whole.empty();
     return foundRange ? QCPRange(whole.lowest * m_valueFactor, whole.highest * m_valueFactor) : QCPRange();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "display/TraceColours.h"
 #include "display/TraceColumns.h"
 #include "display/TrialPyramid.h"
 #include "display/ui/QCustomPlotLibrary.h"
@@ -24,6 +25,8 @@ class TracePlottable : public QCPAbstractPlottable {
                   double valueFactor);
     void clearTrace();
     bool hasTrace() const { return m_pyramid != nullptr; }
+
+    void setColour(Rgb colour);
 
     double selectTest(const QPointF& pos, bool onlySelectable, QVariant* details = nullptr) const override;
     QCPRange getKeyRange(bool& foundRange, QCP::SignDomain inSignDomain = QCP::sdBoth) const override;

@@ -22,14 +22,6 @@ double intervalOf(const TrialPtr& trial) {
     return sampleIntervalSeconds(trial ? trial->sampling : SamplingSettings{});
 }
 
-void followData(CWGraph& graph, const SamplingSettings& settings) {
-    if (graph.plotCount() > 0)
-        graph.rescaleOnce(CWGraph::Axis::Time);
-    else
-        graph.setAxisRange(CWGraph::Axis::Time, 0, static_cast<double>(fullTimeExtentSeconds(settings)));
-    graph.rescaleOnce(CWGraph::Axis::Voltage);
-}
-
 } // namespace
 
 TrialGraphs::TrialGraphs(CWGraph& cwG, CWGraph& cwGLast, CWGraph& cwGAvg)
@@ -54,17 +46,36 @@ void TrialGraphs::RedrawTrials(const ProgramState& state) {
     const auto mean = average.empty() ? nullptr : pyramidOf(average.AverageSum);
 
     const bool watching = state.RealTimeMode();
-    if (!watching) {
+    const bool watched = !m_cwG.note().isEmpty() && samplesOf(trials.CurrentTrial) == m_current;
+    const bool keepsPicture = watching || watched;
+    if (!keepsPicture) {
         m_cwG.plot(current, intervalOf(trials.CurrentTrial));
         m_cwG.setNote(QString());
+        m_current = samplesOf(trials.CurrentTrial);
     }
     m_cwGLast.plot(last, intervalOf(trials.LastTrial));
     m_cwGAvg.plot(mean, sampleIntervalSeconds(average.AverageSettings),
                   average.empty() ? 1.0 : 1.0 / average.AverageCount);
 
     if (!state.settings.setup.DisplayAutoScale) return;
-    for (CWGraph* graph : {&m_cwG, &m_cwGLast, &m_cwGAvg})
-        if (graph != &m_cwG || !watching) followData(*graph, state.settings.sampling);
+    if (m_cwG.plotCount() == 0)
+        m_cwG.setAxisRange(CWGraph::Axis::Time, 0, static_cast<double>(fullTimeExtentSeconds(state.settings.sampling)));
+    for (CWGraph* graph : {&m_cwG, &m_cwGLast, &m_cwGAvg}) {
+        if (graph == &m_cwG && keepsPicture) continue;
+        graph->rescaleOnce(CWGraph::Axis::Time);
+        graph->rescaleOnce(CWGraph::Axis::Voltage);
+    }
+    alignEmptyGraphs();
+}
+
+void TrialGraphs::showCurrentTrial(const ProgramState& state) {
+    m_cwG.setNote(QString());
+    RedrawTrials(state);
+}
+
+void TrialGraphs::alignEmptyGraphs() {
+    for (CWGraph* graph : {&m_cwGLast, &m_cwGAvg})
+        if (graph->plotCount() == 0) graph->setAxisRange(CWGraph::Axis::Time, m_cwG.xMinimum(), m_cwG.xMaximum());
 }
 
 std::shared_ptr<const TrialPyramid> TrialGraphs::pyramidOf(const TrialData& trial) const {

@@ -21,11 +21,12 @@ QString css(Rgb colour) {
         .arg(colour.blue, 2, 16, QLatin1Char('0'));
 }
 
-/// With the outline of the trace itself, without which light colours are lost on a light window.
-QString swatchStyle(int channel) {
+/// With the outline of the trace itself, without which light colours are lost on a light window. For the swatch alone:
+/// its tool tip would take the colours over too.
+QString swatchStyle(const QString& swatch, int channel) {
     const Rgb colour = traceColour(channel);
-    return QStringLiteral("background-color: %1; border: 1px solid %2")
-        .arg(css(colour), css(traceOutline(channel).value_or(Rgb{0x80, 0x80, 0x80})));
+    return QStringLiteral("#%1 { background-color: %2; border: 1px solid %3 }")
+        .arg(swatch, css(colour), css(traceOutline(colour).value_or(Rgb{0x80, 0x80, 0x80})));
 }
 
 } // namespace
@@ -46,7 +47,7 @@ frmLegend::frmLegend(QWidget* mainWindow) : QDialog(mainWindow, Qt::Tool | Qt::W
         auto* swatch = new QFrame(this);
         swatch->setObjectName(QStringLiteral("shpColour_%1").arg(channel));
         swatch->setAccessibleName(tr("Colour of channel %1").arg(channel));
-        swatch->setStyleSheet(swatchStyle(channel));
+        swatch->setStyleSheet(swatchStyle(swatch->objectName(), channel));
         swatch->setGeometry(pixels(place.left), pixels(place.top), pixels(place.width), pixels(place.height));
 
         auto* number = new QLabel(QString::number(channel), this);

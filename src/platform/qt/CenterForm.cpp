@@ -20,7 +20,11 @@ void CenterForm(QWidget* child, const QWidget* parent) {
                                              .width = over.width() * twipsPerPixel,
                                              .height = over.height() * twipsPerPixel},
                                             size.width() * twipsPerPixel, size.height() * twipsPerPixel);
-    child->move(qRound(corner.left / twipsPerPixel), qRound(corner.top / twipsPerPixel));
+    const QPoint place(qRound(corner.left / twipsPerPixel), qRound(corner.top / twipsPerPixel));
+    // A window that was never moved stands at the origin. Moving it to where it stands would not tell the desktop,
+    // which then finds a place of its own.
+    if (child->pos() == place) child->move(place + QPoint(1, 1));
+    child->move(place);
 }
 
 } // namespace tavex2
