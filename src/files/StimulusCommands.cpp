@@ -52,8 +52,12 @@ void StimulusCommands::mnuPulvo_Click() {
 
     m_state.paths.LastFile = pathText(fs::absolute(*path));
     m_view.setBusyPointer(true);
-    const Result<void> written = WritePlv(*path, m_state, progressOn(m_view));
+    const Result<void> written = WritePlv(*path, m_state, {IfExists::Replace, progressOn(m_view)});
     m_view.setBusyPointer(false);
+    if (!written && written.error().kind == ErrorKind::Cancelled) {
+        m_view.setStatusText(written.error().text); // the user's own wish
+        return;
+    }
     if (!written) {
         m_messages.show({"Error saving " + pathText(*path) + "\n" + written.error().text, "Error",
                          MessageIcon::Exclamation, MessageButtons::Ok});

@@ -107,7 +107,7 @@ class SavingSink final : public TrialSink {
         return writeToFreeName(m_folder, m_state.TrialName, "." + format, [&](const fs::path& path) {
             if (format == "tab") return WriteTab(path, m_state, {IfExists::Refuse, {}});
             if (format == "lma") return WriteLma(path, m_state, {IfExists::Refuse, {}});
-            return WritePlv(path, m_state); // the name was free just now
+            return WritePlv(path, m_state, {IfExists::Refuse, {}});
         });
     }
 
