@@ -56,7 +56,10 @@ void OutsidePrograms::startSibling() {
     }
     const std::string& data = m_state.paths.DataDir;
     writeText(m_services.store, stored::siblingDataDir, data);
-    ShellRequest request{.file = m_services.shell.pathOf(siblingFolder(), sibling), .parameters = {}, .folder = data};
+    ShellRequest request{.file = m_services.shell.pathOf(siblingFolder(), sibling),
+                         .parameters = {},
+                         .folder = data,
+                         .onlyThisProgram = true};
     if (!m_state.LastTabExport.empty())
         request.parameters = inQuotes(m_state.LastTabExport);
     else if (m_state.LastSavedName.empty())
@@ -64,6 +67,13 @@ void OutsidePrograms::startSibling() {
     else
         request.parameters = m_state.LastSavedName; // as it is: the program takes the rest of the line
     m_services.shell.execute(request);
+    if (!m_services.shell.lastStarted())
+        m_services.messages.show(
+            {"Lumidor2 could not be started: there is no " +
+                 (request.file == sibling ? request.file + " on the search path." : request.file + ".") +
+                 " Install it, or enter its folder as the setting \"" + std::string(stored::siblingOwnProgramDir.key) +
+                 "\" of " + std::string(stored::siblingOwnProgramDir.application) + ".",
+             "Lumidor2", MessageIcon::Information, MessageButtons::Ok});
 }
 
 void OutsidePrograms::openTableWith(const std::string& program) {
@@ -100,6 +110,11 @@ void OutsidePrograms::mnuExplorer_Click() {
 
 void OutsidePrograms::mnuNotepad_Click() {
     m_services.shell.run("notepad.exe");
+    if (!m_services.shell.lastStarted())
+        m_services.messages.show(
+            {"No text editor was found on this computer. Install one, or choose one for text files "
+             "in your desktop's settings.",
+             "Notepad", MessageIcon::Information, MessageButtons::Ok});
 }
 
 } // namespace tavex2
