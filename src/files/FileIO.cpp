@@ -23,10 +23,10 @@ std::string titleText(int trialNumber, const LocalTime& now) {
 
 /// The header of a trial. Slots above its channels stay as they are in `memory`: unused, or what a loaded file had
 /// there.
-LmbHeader headerOf(const TrialArray& trial, const SamplingSettings& sampling, const std::string& title,
+LmbHeader headerOf(const TrialArray& trial, const SamplingSettings& sampling, const FixedText<100>& title,
                    const LmbHeader& memory) {
     LmbHeader header = memory;
-    header.Title.assign(title);
+    header.Title = title;
     header.NumChannels = static_cast<std::int16_t>(trial.channels());
     header.NumSamples = static_cast<std::int32_t>(trial.samples());
     header.Rate = sampling.Rate;
@@ -129,7 +129,8 @@ Result<void> WriteLmb(const std::filesystem::path& path, ProgramState& state, co
     if (sampling.Rate < 1)
         return Error{ErrorKind::InvalidValue, "The trial has no sampling rate and cannot be saved. Collect it again."};
 
-    const std::string title = titleText(state.settings.setup.TrialNumber, now);
+    const FixedText<100> title =
+        options.title ? *options.title : FixedText<100>(titleText(state.settings.setup.TrialNumber, now));
     const LmbRecords records{headerOf(*trial, sampling, title, state.header), state.infoA, state.infoB, state.comments};
 
     Result<AtomicFile> file = AtomicFile::create(path, options.ifExists);

@@ -7,6 +7,7 @@
 #include "platform/LocalTime.h"
 
 #include <filesystem>
+#include <optional>
 
 namespace tavex2 {
 
@@ -15,7 +16,9 @@ namespace tavex2 {
 /// How a file is written.
 struct WriteOptions {
     IfExists ifExists = IfExists::Replace;
-    FileProgress progress; ///< lets the window breathe, shows progress, cancels
+    FileProgress progress{}; ///< lets the window breathe, shows progress, cancels
+    std::optional<FixedText<100>> title =
+        std::nullopt; ///< of a trial file that has one already, else a new one is made
 };
 
 /// Writes the current trial as a binary trial file (layout in LmbLayout.h), as a whole or not at all.

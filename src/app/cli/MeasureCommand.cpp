@@ -33,9 +33,9 @@ Result<Stretch> stretchOf(const MeasureRequest& request, double rateHz, std::int
 
 } // namespace
 
-Result<void> measureFile(const MeasureRequest& request, std::ostream& out) {
+Result<void> measureFile(const MeasureRequest& request, std::ostream& out, std::ostream& err) {
     ProgramState state;
-    if (auto read = readTrialFile(request.file, state); !read) return read;
+    if (auto read = readTrialFile(request.file, state, err); !read) return read;
     const TrialData& trial = state.trials.CurrentTrial;
     const double rateHz = state.trials.CurrentSettings.Rate;
     if (request.channel < 0 || request.channel >= trial->channels())

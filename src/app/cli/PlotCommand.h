@@ -3,7 +3,6 @@
 #include "app/cli/CommandLine.h"
 
 #include <filesystem>
-#include <functional>
 
 namespace tavex2 {
 
@@ -14,7 +13,8 @@ struct PlotRequest {
     int heightPixels = 600;
 };
 
-/// Draws a trial file into a picture.
-Result<void> plotFile(const PlotRequest& request, const std::function<Result<void>(const TrialPicture&)>& drawPicture);
+/// Draws a trial file into a picture, a .png, .pdf or .svg file. Errors: WrongUsage for another extension, those of the
+/// readers, InvalidValue for a trial without a rate, those of drawing.
+Result<void> plotFile(const PlotRequest& request, const CommandLineServices& services);
 
 } // namespace tavex2

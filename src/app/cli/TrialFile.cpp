@@ -1,23 +1,39 @@
 #include "app/cli/TrialFile.h"
 
+#include "app/cli/ConsoleRun.h"
 #include "base/FileNames.h"
-#include "files/Import.h"
+#include "base/PathText.h"
 #include "files/OpenCommands.h"
 #include "files/StimulusCommands.h"
 #include "files/StimulusFile.h"
+#include "platform/Interruption.h"
 
 #include <utility>
 
 namespace tavex2 {
 
-Result<void> readTrialFile(const std::filesystem::path& path, ProgramState& state) {
+FileProgress untilInterrupted() {
+    return [](int, int) { return !Interruption::requested(); };
+}
+
+Result<LmbFile> readLmbOfAnyKind(const std::filesystem::path& path, std::ostream& err) {
+    Result<LmbFile> read = readLmbFile(path, untilInterrupted());
+    if (read || !isForeign(path)) return read;
+    Result<LmbFile> readWhole = readLmbFile(path, untilInterrupted(), LmbStart::Header);
+    if (!readWhole) return read; // it is no trial file at all
+    err << "tavex2: " << oneLine(pathText(path))
+        << ": File format was not a Lumidor2 binary file (.LMB) or file is corrupt. It was read from its first byte.\n";
+    return readWhole;
+}
+
+Result<void> readTrialFile(const std::filesystem::path& path, ProgramState& state, std::ostream& err) {
     if (extensionOf(path) == ".plv") {
-        Result<StimulusFile> read = readPlvFile(path);
+        Result<StimulusFile> read = readPlvFile(path, untilInterrupted());
         if (!read) return read.error();
         enterImportedTrial(state, std::move(read).value(), path);
         return {};
     }
-    Result<LmbFile> read = readLmbFile(path);
+    Result<LmbFile> read = readLmbOfAnyKind(path, err);
     if (!read) return read.error();
     enterOpenedTrial(state, std::move(read).value(), path);
     return {};
