@@ -33,7 +33,7 @@ std::optional<int> writerOf(const std::string& name) {
     if (!rest.starts_with(PendingFile::temporaryPrefix)) return std::nullopt;
     rest.remove_prefix(PendingFile::temporaryPrefix.size());
     const std::optional<int> process = takeNumber(rest);
-    if (!process || !rest.starts_with('-')) return std::nullopt;
+    if (!process || *process == 0 || !rest.starts_with('-')) return std::nullopt;
     rest.remove_prefix(1);
     return takeNumber(rest) && rest.empty() ? process : std::nullopt;
 }

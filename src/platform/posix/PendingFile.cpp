@@ -225,7 +225,7 @@ std::error_code PendingFile::tryFolder(const fs::path& folder) {
 
 /// A process of another machine may write into a folder that both share, so its lock is looked at too.
 void PendingFile::removeIfAbandoned(const fs::path& file, int process) {
-    if (process == 0 || ::kill(process, 0) == 0 || errno != ESRCH) return;
+    if (::kill(process, 0) == 0 || errno != ESRCH) return;
     const int descriptor = ::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) return;
     struct stat status {};
