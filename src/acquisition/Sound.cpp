@@ -5,9 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <fstream>
+#include <span>
 #include <string>
-#include <string_view>
 
 namespace tavex2 {
 
@@ -49,17 +48,13 @@ std::string toneBytes(double frequencyHz, double durationSeconds) {
     return bytes;
 }
 
-Result<void> WriteTone(const std::filesystem::path& path, double frequencyHz, double durationSeconds) {
-    // Opened for reading too, because opening for writing alone would empty the file first.
-    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
-    if (!file) file.open(path, std::ios::binary | std::ios::out);
+Result<void> WriteTone(const std::filesystem::path& path, double frequencyHz, double durationSeconds,
+                       IfExists ifExists) {
+    Result<AtomicFile> file = AtomicFile::create(path, ifExists);
+    if (!file) return file.error();
     const std::string bytes = toneBytes(frequencyHz, durationSeconds);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    if (!file)
-        return Error{ErrorKind::WriteFailed, "The tone could not be written to " + path.string() +
-                                                 ". Check that the folder can be written to."};
-    return {};
+    if (auto written = file.value().write(std::as_bytes(std::span(bytes))); !written) return written;
+    return file.value().commit();
 }
 
 } // namespace tavex2

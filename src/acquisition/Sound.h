@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/Result.h"
+#include "platform/AtomicFile.h"
 
 #include <filesystem>
 #include <string>
@@ -14,8 +15,9 @@ inline constexpr const char* toneFileName = "tone.wav";
 /// duration is kept between 0 and an hour.
 std::string toneBytes(double frequencyHz, double durationSeconds);
 
-/// Writes the stimulus tone. An older, longer file keeps its tail, which the header's sizes leave out. `frequencyHz`
-/// and `durationSeconds` are those of the settings. Error WriteFailed when the file cannot be written.
-Result<void> WriteTone(const std::filesystem::path& path, double frequencyHz, double durationSeconds);
+/// Writes the stimulus tone, as a whole or not at all. An older, longer file keeps its tail, which the header's sizes
+/// leave out. `frequencyHz` and `durationSeconds` are those of the settings. Errors: those of AtomicFile.
+Result<void> WriteTone(const std::filesystem::path& path, double frequencyHz, double durationSeconds,
+                       IfExists ifExists = IfExists::KeepTail);
 
 } // namespace tavex2

@@ -26,6 +26,10 @@ void AboutCommands::mnuAbout_Click(int index) {
     switch (index) {
     case 1:
         m_shell.run("WinHlp32.EXE");
+        if (!m_shell.lastStarted())
+            m_messages.show({"This computer has no help of its own that could be opened. Help on " + programName +
+                                 " is under Help > Contents.",
+                             programName, MessageIcon::Information, MessageButtons::Ok});
         break;
     case 2:
         update();

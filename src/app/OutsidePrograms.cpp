@@ -57,7 +57,10 @@ void OutsidePrograms::startSibling() {
     const std::string& data = m_state.paths.DataDir;
     // The program starts in that folder anyway.
     (void)writeText(m_services.store, stored::siblingDataDir, data);
-    ShellRequest request{.file = m_services.shell.pathOf(siblingFolder(), sibling), .parameters = {}, .folder = data};
+    ShellRequest request{.file = m_services.shell.pathOf(siblingFolder(), sibling),
+                         .parameters = {},
+                         .folder = data,
+                         .onlyThisProgram = true};
     const std::string savedName = m_state.DataPresent() ? m_state.trials.CurrentTrial->savedName : std::string();
     if (!m_state.LastTabExport.empty())
         request.parameters = inQuotes(m_state.LastTabExport);
@@ -66,6 +69,13 @@ void OutsidePrograms::startSibling() {
     else
         request.parameters = savedName; // as it is: the program takes the rest of the line
     m_services.shell.execute(request);
+    if (!m_services.shell.lastStarted())
+        m_services.messages.show(
+            {"Lumidor2 could not be started: there is no " +
+                 (request.file == sibling ? request.file + " on the search path." : request.file + ".") +
+                 " Install it, or enter its folder as the setting \"" + std::string(stored::siblingOwnProgramDir.key) +
+                 "\" of " + std::string(stored::siblingOwnProgramDir.application) + ".",
+             "Lumidor2", MessageIcon::Information, MessageButtons::Ok});
 }
 
 void OutsidePrograms::openTableWith(const std::string& program) {
@@ -102,6 +112,11 @@ void OutsidePrograms::mnuExplorer_Click() {
 
 void OutsidePrograms::mnuNotepad_Click() {
     m_services.shell.run("notepad.exe");
+    if (!m_services.shell.lastStarted())
+        m_services.messages.show(
+            {"No text editor was found on this computer. Install one, or choose one for text files "
+             "in your desktop's settings.",
+             "Notepad", MessageIcon::Information, MessageButtons::Ok});
 }
 
 } // namespace tavex2

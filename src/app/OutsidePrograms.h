@@ -21,7 +21,8 @@ struct OutsideServices {
     Shell& shell;
 };
 
-/// The commands that hand data to other programs. A start that fails is not told, as the desktop says so itself.
+/// The commands that hand data to other programs. When a program is missing for which the desktop has no other one, the
+/// user is told; other starts that fail are left to the desktop, which says so itself.
 class OutsidePrograms {
   public:
     OutsidePrograms(ProgramState& state, const OutsideServices& services);

@@ -2,9 +2,10 @@
 
 #include "acquisition/Sound.h"
 #include "app/StoredSettings.h"
+#include "base/PathText.h"
 #include "files/RecentFiles.h"
+#include "platform/AtomicFile.h"
 
-#include <fstream>
 #include <system_error>
 
 namespace tavex2 {
@@ -60,7 +61,9 @@ StartUpResult startUp(ProgramState& state, const StartUpServices& services) {
     if (paths.SpreadsheetProgram.empty()) paths.SpreadsheetProgram = defaultSpreadsheet;
 
     if (paths.DataDir.empty()) paths.DataDir = currentDirectory;
-    fs::current_path(paths.DataDir, ignored);
+    fs::current_path(pathFromText(paths.DataDir), ignored);
+    for (const fs::path& folder : {pathFromText(paths.DataDir), services.toneFile.parent_path()})
+        removeAbandonedFiles(folder);
 
     if (services.digitalOutput.lines() > 0) services.digitalOutput.write(0);
     result.maximized = state.settings.setup.StartMaximized;
@@ -74,10 +77,7 @@ SoundSettings defaultTone() {
 
 std::filesystem::path toneFileIn(const std::filesystem::path& programFolder, const std::filesystem::path& userFolder) {
     std::error_code ignored;
-    const fs::path probe = programFolder / ".tavex2-write-probe";
-    const bool writable = std::ofstream(probe).is_open();
-    fs::remove(probe, ignored);
-    if (writable) return programFolder / toneFileName;
+    if (checkWritable(programFolder)) return programFolder / toneFileName;
     fs::create_directories(userFolder, ignored);
     return userFolder / toneFileName;
 }

@@ -1,9 +1,11 @@
 #include "app/Version.h"
 #include "app/cli/CommandLine.h"
+#include "app/cli/LastResort.h"
 #include "app/ui/WindowProgram.h"
 #include "display/ui/TrialPicture.h"
 #include "platform/Arguments.h"
 #include "platform/Display.h"
+#include "platform/StandardStreams.h"
 #include "platform/SystemSound.h"
 #include "platform/UserSettings.h"
 
@@ -30,8 +32,8 @@ Result<void> drawPicture(const TrialPicture& picture) {
     QStringList labels;
     for (const std::string& label : picture.labels)
         labels << QString::fromStdString(label);
-    return renderTrialToPng(picture.trial, settings, QString::fromStdString(picture.title), labels, picture.path,
-                            picture.widthPixels, picture.heightPixels);
+    return renderTrial(picture.trial, settings, QString::fromStdString(picture.title), labels, picture.path,
+                       picture.widthPixels, picture.heightPixels);
 }
 
 int runWindow(const WindowRequest& request, SettingsStore& store, int argc, char** argv) {
@@ -57,10 +59,17 @@ int runWindow(const WindowRequest& request, SettingsStore& store, int argc, char
 } // namespace
 
 int main(int argc, char** argv) {
-    const ProgramArguments arguments(argc, argv);
-    const std::unique_ptr<SettingsStore> store = userSettings();
-    const CommandLineResult asked = runCommandLine(
-        arguments.count(), arguments.values(),
-        {.out = std::cout, .err = std::cerr, .store = *store, .drawPicture = drawPicture, .openSound = systemSound});
-    return asked.window ? runWindow(*asked.window, *store, argc, argv) : asked.exitCode;
+    keepStandardStreams();
+    const auto program = [&] {
+        const ProgramArguments arguments(argc, argv);
+        const std::unique_ptr<SettingsStore> store = userSettings();
+        const CommandLineResult asked = runCommandLine(arguments.count(), arguments.values(),
+                                                       {.out = std::cout,
+                                                        .err = std::cerr,
+                                                        .store = *store,
+                                                        .drawPicture = drawPicture,
+                                                        .openSound = systemSound});
+        return asked.window ? runWindow(*asked.window, *store, argc, argv) : asked.exitCode;
+    };
+    return withLastResort(program, std::cerr);
 }

@@ -27,6 +27,8 @@ Error writeError(const std::filesystem::path& file, std::error_code reason) {
     const std::string folder = file.has_parent_path() ? pathText(file.parent_path()) : "the current folder";
     if (reason == std::errc::file_exists)
         return {ErrorKind::AlreadyExists, name + " already exists and is not replaced. Choose another name."};
+    if (reason == std::errc::no_such_file_or_directory && !file.has_parent_path())
+        return {ErrorKind::NotFound, "The current folder does not exist any more. Choose another folder."};
     if (reason == std::errc::no_such_file_or_directory)
         return {ErrorKind::NotFound, "The folder " + folder + " does not exist. Create it or choose another folder."};
     if (reason == std::errc::not_a_directory)
@@ -50,6 +52,15 @@ Error writeError(const std::filesystem::path& file, std::error_code reason) {
         return {ErrorKind::WriteFailed, "The name " + name + " is too long. Choose a shorter one."};
     return {ErrorKind::WriteFailed,
             name + " could not be written (" + reason.message() + "). Check the disk or choose another folder."};
+}
+
+Error folderError(const std::filesystem::path& folder, std::error_code reason) {
+    std::error_code ignored;
+    const bool isFolder = std::filesystem::is_directory(folder, ignored);
+    if (!isFolder || reason == std::errc::read_only_file_system || isFull(reason))
+        return writeError(folder / "file", reason);
+    return {ErrorKind::WriteFailed,
+            "The folder " + pathText(folder) + " cannot be written to. Choose another one or change its permissions."};
 }
 
 Error readError(const std::filesystem::path& file, std::error_code reason) {

@@ -18,6 +18,7 @@ enum class ErrorKind {
     Refused,       ///< the board cannot do what was asked
     Cancelled,     ///< the user stopped the work
     WrongVersion,  ///< a file is of the right kind but of a version that cannot be read
+    WrongUsage,    ///< the command line asks for something that the program does not have
     AlreadyExists, ///< a file of that name exists and must not be replaced
 };
 

@@ -16,7 +16,7 @@ namespace tavex2 {
 /// How a file is written.
 struct WriteOptions {
     IfExists ifExists = IfExists::Replace;
-    FileProgress progress; ///< lets the window breathe, shows progress, cancels
+    FileProgress progress{}; ///< lets the window breathe, shows progress, cancels
 };
 
 /// The title of a trial file: program, trial number, date and time.

@@ -73,6 +73,10 @@ Result<void> checkHeader(const LmbHeader& header, std::uint64_t bytes, const std
                                    ".");
     if (!(header.Rate > 0 && header.Rate <= std::numeric_limits<std::int32_t>::max()))
         return badFormat(name, "is damaged: its sampling rate is " + plainNumber(header.Rate) + " Hz.");
+    if (header.Rate <= 0.5) // a whole number of hertz is all that the settings and the other formats hold
+        return badFormat(name, "was taken at " + plainNumber(header.Rate) +
+                                   " Hz. Only trials of more than 0.5 Hz can be opened, because rates are rounded to "
+                                   "whole numbers.");
     if (!(header.Duration >= 0 && std::isfinite(header.Duration)))
         return badFormat(name, "is damaged: its duration is " + plainNumber(header.Duration) + " s.");
     return {};

@@ -50,8 +50,12 @@ void StimulusCommands::mnuPulvo_Click() {
     const TrialPtr trial = m_state.trials.CurrentTrial;
     const Result<void> written = [&] {
         const FileWorkShown work(m_state, m_view, "Exporting to " + pathText(path->filename()) + " ...");
-        return WritePlv(*path, *trial, progressOn(m_view));
+        return WritePlv(*path, *trial, {IfExists::Replace, progressOn(m_view)});
     }();
+    if (!written && written.error().kind == ErrorKind::Cancelled) {
+        tell(m_state, m_view, written.error().text); // the user's own wish
+        return;
+    }
     if (!written) {
         m_messages.show(errorSaving(*path, written.error()));
         return;

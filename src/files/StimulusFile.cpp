@@ -1,19 +1,15 @@
 #include "files/StimulusFile.h"
 
 #include "acquisition/records/SamplingBlock.h"
-#include "base/FileErrors.h"
 #include "base/LittleEndian.h"
 #include "base/PathText.h"
 #include "platform/InputFile.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <fstream>
 #include <optional>
 #include <span>
 #include <string_view>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -31,12 +27,6 @@ constexpr std::uint16_t codeFloat32 = 0x2004;
 constexpr std::uint16_t codeFloat64 = 0x2005;
 
 constexpr std::uint64_t bytesBeforeDescriptors = 3 + 2 + samplingBlockBytes + 2 + 2;
-
-template <class T>
-void put(std::ostream& out, T value) {
-    const auto bytes = littleEndianBytes(value);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-}
 
 /// A number from the stream; 0 when it has ended, which the stream then says.
 template <class T>
@@ -142,46 +132,70 @@ Result<TrialArray> readElements(std::istream& in, const Shape& shape, const std:
     return samples;
 }
 
-void writeElements(std::ostream& out, const TrialArray& trial, const FileProgress& tell) {
-    SampleProgress progress(tell, trial.channels() * trial.samples());
-    put(out, trial.elementType() == ElementType::Float32 ? codeFloat32 : codeFloat64);
-    put(out, static_cast<std::uint16_t>(trial.rank()));
-    if (trial.rank() == 2) {
-        put(out, std::int32_t{trial.channels()});
-        put(out, std::int32_t{0});
+/// Writes the parts of a file one after the other; after an error nothing more.
+class Writer {
+  public:
+    explicit Writer(AtomicFile& file) : m_file(file) {}
+
+    void put(std::span<const std::byte> bytes) {
+        if (m_outcome) m_outcome = m_file.write(bytes);
     }
-    put(out, static_cast<std::int32_t>(trial.samples()));
-    put(out, std::int32_t{0});
+    template <Arithmetic T>
+    void put(T value) {
+        put(littleEndianBytes(value));
+    }
+    void end(const Error& why) { m_outcome = why; }
+
+    const Result<void>& outcome() const { return m_outcome; }
+
+  private:
+    AtomicFile& m_file;
+    Result<void> m_outcome;
+};
+
+template <class T>
+void writeRow(Writer& writer, std::span<const T> row, SampleProgress& progress) {
+    std::vector<std::array<std::byte, sizeof(T)>> piece;
+    while (!row.empty() && writer.outcome()) {
+        const auto now = row.first(std::min(row.size(), samplesOfAPiece));
+        piece.resize(now.size());
+        std::ranges::transform(now, piece.begin(), littleEndianBytes<T>);
+        writer.put(std::as_bytes(std::span(piece)));
+        if (!progress.advance(now.size()))
+            writer.end({ErrorKind::Cancelled, "Saving was cancelled; no file was written."});
+        row = row.subspan(now.size());
+    }
+}
+
+void writeElements(Writer& writer, const TrialArray& trial, const FileProgress& tell) {
+    SampleProgress progress(tell, trial.channels() * trial.samples());
+    writer.put(trial.elementType() == ElementType::Float32 ? codeFloat32 : codeFloat64);
+    writer.put(static_cast<std::uint16_t>(trial.rank()));
+    if (trial.rank() == 2) {
+        writer.put(std::int32_t{trial.channels()});
+        writer.put(std::int32_t{0});
+    }
+    writer.put(static_cast<std::int32_t>(trial.samples()));
+    writer.put(std::int32_t{0});
     for (int channel = 0; channel < trial.channels(); ++channel)
-        trial.visitChannel(channel, [&](auto samples) {
-            using T = typename decltype(samples)::value_type;
-            std::vector<std::array<std::byte, sizeof(T)>> piece;
-            while (!samples.empty()) {
-                const auto now = samples.first(std::min(samples.size(), samplesOfAPiece));
-                piece.resize(now.size());
-                std::ranges::transform(now, piece.begin(), littleEndianBytes<T>);
-                out.write(reinterpret_cast<const char*>(piece.data()), static_cast<std::streamsize>(now.size_bytes()));
-                progress.advance(now.size());
-                samples = samples.subspan(now.size());
-            }
-        });
+        trial.visitChannel(channel, [&](auto samples) { writeRow(writer, samples, progress); });
 }
 
 } // namespace
 
-Result<void> WritePlv(const std::filesystem::path& path, const Trial& trial, const FileProgress& progress) {
+Result<void> WritePlv(const std::filesystem::path& path, const Trial& trial, const WriteOptions& options) {
     if (!trial.hasSamples()) return Error{ErrorKind::InvalidValue, "There is no trial to export."};
-    errno = 0;
-    // Opened for reading too, because opening for writing alone would empty the file first.
-    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
-    if (!file) file.open(path, std::ios::binary | std::ios::out);
-    file << magic;
-    put(file, newestVersion);
     const auto sampling = encodeSampling(trial.sampling);
-    file.write(reinterpret_cast<const char*>(sampling.data()), static_cast<std::streamsize>(sampling.size()));
-    writeElements(file, *trial.samples, progress);
-    file.close();
-    if (!file) return writeError(path, {errno != 0 ? errno : EIO, std::generic_category()});
+    Result<AtomicFile> file =
+        AtomicFile::create(path, options.ifExists == IfExists::Replace ? IfExists::KeepTail : options.ifExists);
+    if (!file) return file.error();
+    Writer writer(file.value());
+    writer.put(std::as_bytes(std::span(magic)));
+    writer.put(newestVersion);
+    writer.put(std::as_bytes(std::span(sampling)));
+    writeElements(writer, *trial.samples, options.progress);
+    if (!writer.outcome()) return writer.outcome();
+    if (auto committed = file.value().commit(); !committed) return committed;
     return {};
 }
 

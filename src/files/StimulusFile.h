@@ -2,6 +2,7 @@
 
 #include "acquisition/records/Trial.h"
 #include "base/Result.h"
+#include "files/FileIO.h"
 #include "files/FileProgress.h"
 
 #include <cstdint>
@@ -25,10 +26,10 @@ struct StimulusFile {
     TrialArray samples; ///< volts; rank and element type as in the file, whole numbers as float64
 };
 
-/// Writes a trial and its sampling settings. An existing file is written over in place: what it had beyond the new data
-/// stays behind them and is ignored by readers. Errors: InvalidValue for a trial without samples, WriteFailed. `progress` cannot end it: a file that is written over would be left half old, half
-/// new.
-Result<void> WritePlv(const std::filesystem::path& path, const Trial& trial, const FileProgress& progress = {});
+/// Writes a trial and its sampling settings, as a whole or not at all. When a file is replaced, what it had beyond the
+/// new data stays behind them, where readers ignore it. Errors: InvalidValue for a trial without samples, those of
+/// AtomicFile, Cancelled.
+Result<void> WritePlv(const std::filesystem::path& path, const Trial& trial, const WriteOptions& options = {});
 
 /// Reads a stimulus file. Counts are checked against the file's size before memory is taken; nothing checks settings
 /// and data against each other. Errors: BadFormat for a file of another kind, WrongVersion for a newer one, ReadFailed

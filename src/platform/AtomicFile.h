@@ -11,15 +11,17 @@ namespace tavex2 {
 
 /// What is done when the name to write to is taken.
 enum class IfExists {
-    Replace, ///< the old file is replaced, keeping its permissions
-    Refuse,  ///< error AlreadyExists; the old file is never touched, not even if it appears while we write
+    Replace,  ///< the old file is replaced, keeping its permissions
+    KeepTail, ///< the same; what the old file had beyond the new bytes stays behind them
+    Refuse,   ///< error AlreadyExists; the old file is never touched, not even if it appears while we write
 };
 
 /// Writes a file as a whole or not at all.
 ///
-/// The bytes go into a hidden temporary file beside the target; commit() brings them safely to the disk and gives the
-/// file its name. Until then, and after any failure, an old file of that name stays as it was, and an object that goes
-/// away without commit() leaves nothing behind. Used by the file writers, from one thread at a time.
+/// The bytes go into a file without a name, or a hidden one where the disk knows no such files, in the target's folder;
+/// commit() brings them safely to the disk and gives the file its name. Until then, and after any failure, an old file
+/// of that name stays as it was, and an object that goes away without commit() leaves nothing behind. Used by the file
+/// writers, from one thread at a time.
 ///
 /// A symbolic link is followed, so that the file it names is replaced and not the link. Only ordinary files are
 /// replaced, and no write-protected ones. Sizes are 64-bit.
@@ -45,5 +47,12 @@ class AtomicFile {
 
     std::unique_ptr<Pending> m_pending;
 };
+
+/// Whether files can be made in a folder: tries it, and leaves nothing there. Errors as folderError().
+Result<void> checkWritable(const std::filesystem::path& folder);
+
+/// Removes from a folder what writers left there that were ended by force: their hidden files, once their process is
+/// gone. Called at the start of the program for the folder that it is going to write to. Never fails.
+void removeAbandonedFiles(const std::filesystem::path& folder);
 
 } // namespace tavex2

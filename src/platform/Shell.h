@@ -10,17 +10,17 @@ enum class ShowMode { Normal, WithoutActivation };
 /// A program, a document or a web page to be opened as by a double click on it. Texts are UTF-8.
 struct ShellRequest {
     std::string file;       ///< a program with or without its folder, a document or an address
-    std::string parameters; ///< a program's command line; paths with blanks in double quotes
+    std::string parameters; ///< what the program is given: one name, in double quotes or, blanks and all, as it is
     std::string folder;     ///< in which it starts; empty for the current one
     ShowMode show = ShowMode::Normal;
+    bool onlyThisProgram = false; ///< no other one will do for the document in the parameters
 
     friend bool operator==(const ShellRequest&, const ShellRequest&) = default;
 };
 
 /// Starts other programs and does not wait for them. User-interface thread.
 ///
-/// A start that fails is not told: programs and desktops do that themselves, each in its own way. Only a number is
-/// kept, as Windows counts it: above 32 when something was started, else the reason.
+/// A start that fails gives a number, as Windows counts it: above 32 when something was started, else the reason.
 class Shell {
   public:
     static constexpr int started = 33;
@@ -28,8 +28,8 @@ class Shell {
 
     virtual ~Shell() = default;
 
-    /// Opens something. A program that this system does not have gives way to what the desktop offers for the document
-    /// in the parameters.
+    /// Opens something. Unless only this program will do, one that this system does not have gives way to what the
+    /// desktop offers for the document in the parameters.
     void execute(const ShellRequest& request) { m_lastResult = open(request); }
 
     /// Starts a program by its command line in a normal window that gets the focus.
@@ -37,6 +37,7 @@ class Shell {
 
     /// The number of the last start.
     int lastResult() const { return m_lastResult; }
+    bool lastStarted() const { return m_lastResult > 32; }
 
     /// Whether a file can be opened for reading; its folder may be empty.
     virtual bool canRead(const std::string& folder, const std::string& name) const = 0;

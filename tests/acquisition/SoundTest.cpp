@@ -80,7 +80,7 @@ TEST(WriteToneTest, SaysWhereItCouldNotWrite) {
     const TemporaryFolder folder;
     const Result<void> result = WriteTone(folder / "missing" / "tone.wav", 500.0, 1.0);
     ASSERT_FALSE(result);
-    EXPECT_EQ(result.error().kind, ErrorKind::WriteFailed);
+    EXPECT_EQ(result.error().kind, ErrorKind::NotFound);
     EXPECT_THAT(result.error().text, testing::HasSubstr("missing"));
 }
 

@@ -153,6 +153,18 @@ TEST_F(CommandLineTest, WrongUsageIsExitCodeTwo) {
                                                {"collect", "--format", "xyz"},
                                                {"show"},
                                                {"plot", "a.lmb"},
+                                               {"plot", "a.lmb", "a.doc"},
+                                               {"plot", "a.lmb", "a.png", "--width", "199"},
+                                               {"plot", "a.lmb", "a.png", "--height", "10001"},
+                                               {"measure", "a.lmb", "--from", "nan"},
+                                               {"measure", "a.lmb", "--to", "inf"},
+                                               {"tone", "t.wav", "--frequency", "nan"},
+                                               {"tone", "t.wav", "--duration", "nan"},
+                                               {"convert", "a.lmb", "a"},
+                                               {"overlay", "a.lmb", "a.tab"},
+                                               {"show", ""},
+                                               {"collect", "--out", ""},
+                                               {""},
                                                {"collect", "--bogus"}}) {
         EXPECT_EQ(run(arguments), 2);
         errorLine();
@@ -161,6 +173,27 @@ TEST_F(CommandLineTest, WrongUsageIsExitCodeTwo) {
     EXPECT_THAT(errorLine(), HasSubstr("no setting named"));
     EXPECT_EQ(collect({"--set", "Rate"}), 2);
     EXPECT_THAT(errorLine(), HasSubstr("NAME=VALUE"));
+}
+
+TEST_F(CommandLineTest, OptionsThatACommandDoesNotUseAreRefused) {
+    for (const std::vector<std::string>& before :
+         std::vector<std::vector<std::string>>{{"--board", "simulator"}, {"--set", "Rate=10"}, {"a.lmb"}}) {
+        std::vector<std::string> arguments = before;
+        arguments.emplace_back("boards");
+        EXPECT_EQ(run(arguments), 2) << before.front();
+        EXPECT_THAT(errorLine(), HasSubstr("'boards' does not use"));
+        EXPECT_EQ(stdOut.str(), "");
+    }
+    EXPECT_EQ(run({"boards", "--board", "simulator"}), 2);
+    errorLine();
+}
+
+TEST_F(CommandLineTest, MoreTrialsThanCanBeOverlaidAreWrongUsage) {
+    std::vector<std::string> arguments{"overlay"};
+    arguments.insert(arguments.end(), 17, "a.lmb");
+    arguments.emplace_back("mean.lma");
+    EXPECT_EQ(run(arguments), 2);
+    EXPECT_THAT(errorLine(), HasSubstr("At most 16"));
 }
 
 TEST_F(CommandLineTest, HelpAndVersionGoToStandardOutput) {
@@ -256,7 +289,7 @@ TEST_F(CommandLineTest, OverlayWritesTheMeanOfTrials) {
                                           "* Tavex2 data acquisition overlay file\r\n"));
     EXPECT_EQ(std::ranges::count(text, '\n'), 8 + 101);
 
-    EXPECT_EQ(run({"overlay", first, second, (out / "mean.lmb").string()}), 1);
+    EXPECT_EQ(run({"overlay", first, second, (out / "mean.lmb").string()}), 2);
     EXPECT_THAT(errorLine(), HasSubstr("does not end in .lma"));
     ASSERT_EQ(collect({"--set", "Duration=0.5"}), 0);
     EXPECT_EQ(run({"overlay", first, (out / "Trial0001 (2).lmb").string(), table.string()}), 1);
@@ -411,7 +444,7 @@ TEST_F(CommandLineTest, ConvertWritesATrialInAnotherFormat) {
     fs::remove(folder / "Trial0001.lma");
     ASSERT_EQ(run({"convert", stimulus, (folder / "Trial0001.lma").string()}), 0) << stdErr.str();
     EXPECT_EQ(bytesOf(folder / "Trial0001.lma"), bytesOf(out / "Trial0001.lma"));
-    EXPECT_EQ(run({"convert", trial, (folder / "t.doc").string()}), 1);
+    EXPECT_EQ(run({"convert", trial, (folder / "t.doc").string()}), 2);
     errorLine();
     EXPECT_EQ(run({"convert", (folder / "missing.lmb").string(), (folder / "t.tab").string()}), 1);
     errorLine();

@@ -15,6 +15,19 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+/// A computer on which nothing can be started.
+class BareComputer final : public Shell {
+  public:
+    bool canRead(const std::string&, const std::string&) const override { return false; }
+    std::string pathOf(const std::string& folder, const std::string& name) const override {
+        return folder + "/" + name;
+    }
+
+  private:
+    int open(const ShellRequest&) override { return fileNotFound; }
+    int start(const std::string&) override { return fileNotFound; }
+};
+
 class OutsideProgramsTest : public testing::Test {
   protected:
     OutsideProgramsTest() {
@@ -51,7 +64,7 @@ TEST_F(OutsideProgramsTest, TheSiblingOpensTheLastTableInTheDataFolder) {
     savedAs("Trial0001.lmb");
     programs.mnuProgram_Click(0);
     EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "\"/my data/a b.tab\"", "/my data",
-                                                         ShowMode::Normal}));
+                                                         ShowMode::Normal, true}));
     EXPECT_EQ(store.values["Lumidor2/Startup/Datadir"], "/my data");
 }
 
@@ -59,12 +72,12 @@ TEST_F(OutsideProgramsTest, WithoutATableTheSiblingOpensTheSavedFileUnquoted) {
     savedAs("Trial 1.lmb");
     programs.mnuProgram_Click(0);
     EXPECT_THAT(shell.requests,
-                ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "Trial 1.lmb", "/my data", ShowMode::Normal}));
+                ElementsAre(ShellRequest{"/sibling|Lumidor2.exe", "Trial 1.lmb", "/my data", ShowMode::Normal, true}));
 }
 
 TEST_F(OutsideProgramsTest, WithoutAnyFileTheSiblingIsFoundThroughTheSearchPath) {
     programs.mnuProgram_Click(0);
-    EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"Lumidor2.exe", "", "/my data", ShowMode::Normal}));
+    EXPECT_THAT(shell.requests, ElementsAre(ShellRequest{"Lumidor2.exe", "", "/my data", ShowMode::Normal, true}));
 }
 
 TEST_F(OutsideProgramsTest, AnUnsavedTrialKeepsTheSiblingFromStarting) {
@@ -146,6 +159,19 @@ TEST_F(OutsideProgramsTest, FileManagerAndEditorAreStartedByTheirCommandLines) {
     EXPECT_THAT(shell.commandLines, ElementsAre("Explorer.exe /my data", "notepad.exe"));
 }
 
+TEST_F(OutsideProgramsTest, AProgramThatIsMissingIsToldWithWhereItBelongs) {
+    BareComputer bare;
+    OutsidePrograms onBare{state, {.store = store, .messages = messages, .dialogs = dialogs, .shell = bare}};
+    onBare.mnuProgram_Click(0);
+    state.LastSavedName = "Trial0001.lmb";
+    onBare.mnuProgram_Click(0);
+    onBare.mnuNotepad_Click();
+    ASSERT_EQ(messages.shown.size(), 3U);
+    EXPECT_THAT(messages.shown[0].text, HasSubstr("there is no Lumidor2.exe on the search path. Install it"));
+    EXPECT_THAT(messages.shown[1].text, HasSubstr("there is no /sibling/Lumidor2.exe. Install it"));
+    EXPECT_THAT(messages.shown[2].text, HasSubstr("No text editor was found"));
+}
+
 class AboutCommandsTest : public testing::Test {
   protected:
     FakeSettingsStore store;
@@ -154,6 +180,14 @@ class AboutCommandsTest : public testing::Test {
     int ends = 0;
     AboutCommands about{store, messages, shell, [this] { ++ends; }};
 };
+
+TEST_F(AboutCommandsTest, AComputerWithoutHelpOfItsOwnIsTold) {
+    BareComputer bare;
+    AboutCommands onBare{store, messages, bare, [] {}};
+    onBare.mnuAbout_Click(1);
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_THAT(messages.shown[0].text, HasSubstr("Help > Contents"));
+}
 
 TEST_F(AboutCommandsTest, WebPagesOpenWithoutActivation) {
     store.values["Tavex2/Startup/Website"] = "https://tavex2.test/";

@@ -147,6 +147,18 @@ TEST_F(StartUpTest, PutsTheStimulusLinesLowWhenThereAreAny) {
     EXPECT_EQ(dio.writes.size(), 1U);
 }
 
+TEST_F(StartUpTest, TidiesUpInTheDataFolderAndBesideTheTone) {
+    // Of a process whose number no system gives.
+    const std::string left = ".tavex2-2147483647-0";
+    fs::create_directory(folder / "data");
+    store.values["Tavex2/Startup/Datadir"] = (folder / "data").string();
+    for (const fs::path& where : {folder.path(), folder / "data"})
+        std::ofstream(where / left) << "half a trial";
+    start();
+    EXPECT_FALSE(fs::exists(folder / left));
+    EXPECT_FALSE(fs::exists(folder.path() / "data" / left));
+}
+
 TEST(ToneFileTest, LiesBesideTheProgramOrInTheUsersFolder) {
     const TemporaryFolder folder;
     EXPECT_EQ(toneFileIn(folder.path(), folder / "user"), folder / "tone.wav");

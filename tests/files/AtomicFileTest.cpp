@@ -42,8 +42,8 @@ TEST_F(AtomicFileTest, ShowsTheFileOnlyAfterCommit) {
     AtomicFile file = AtomicFile::create(m_path).value();
     ASSERT_TRUE(put(file, "new"));
     EXPECT_FALSE(fs::exists(m_path));
-    ASSERT_THAT(namesIn(m_folder.path()), testing::SizeIs(1));
-    EXPECT_EQ(namesIn(m_folder.path()).front().front(), '.') << "the temporary file is hidden";
+    for (const std::string& name : namesIn(m_folder.path()))
+        EXPECT_EQ(name.front(), '.') << "a temporary file is hidden";
     ASSERT_TRUE(file.commit());
     EXPECT_TRUE(fs::exists(m_path));
 }
@@ -137,6 +137,53 @@ TEST_F(AtomicFileTest, CanBeHandedOn) {
     AtomicFile second = std::move(first);
     ASSERT_TRUE(second.commit());
     EXPECT_EQ(bytesOf(m_path), "moved");
+}
+
+TEST_F(AtomicFileTest, KeepsTheTailOfALongerFileWhenAskedTo) {
+    ASSERT_TRUE(save(m_path, "old and longer", IfExists::KeepTail)) << "there was none";
+    ASSERT_TRUE(save(m_path, "new", IfExists::KeepTail));
+    EXPECT_EQ(bytesOf(m_path), "new and longer");
+    ASSERT_TRUE(save(m_path, "all of it is new", IfExists::KeepTail));
+    EXPECT_EQ(bytesOf(m_path), "all of it is new");
+    EXPECT_THAT(namesIn(m_folder.path()), ElementsAre("a.lmb"));
+}
+
+TEST_F(AtomicFileTest, KeepsALongTailWhole) {
+    std::string old(1000000, 'o');
+    for (std::size_t i = 0; i < old.size(); i += 1000)
+        old[i] = static_cast<char>('a' + i / 1000 % 26);
+    ASSERT_TRUE(save(m_path, old));
+    ASSERT_TRUE(save(m_path, std::string(70000, 'n'), IfExists::KeepTail));
+    EXPECT_TRUE(bytesOf(m_path) == std::string(70000, 'n') + old.substr(70000));
+}
+
+TEST_F(AtomicFileTest, LeavesTheOldFileWithItsTailWithoutCommit) {
+    ASSERT_TRUE(save(m_path, "old and longer"));
+    {
+        AtomicFile file = AtomicFile::create(m_path, IfExists::KeepTail).value();
+        ASSERT_TRUE(put(file, "new"));
+    }
+    EXPECT_EQ(bytesOf(m_path), "old and longer");
+    EXPECT_THAT(namesIn(m_folder.path()), ElementsAre("a.lmb"));
+}
+
+TEST_F(AtomicFileTest, TriesAFolderWithoutATrace) {
+    EXPECT_TRUE(checkWritable(m_folder.path()));
+    EXPECT_THAT(namesIn(m_folder.path()), IsEmpty());
+    EXPECT_EQ(checkWritable(m_folder / "missing").error().kind, ErrorKind::NotFound);
+    ASSERT_TRUE(save(m_path, "a file"));
+    EXPECT_THAT(checkWritable(m_path).error().text, HasSubstr("a.lmb"));
+    EXPECT_EQ(bytesOf(m_path), "a file");
+}
+
+TEST_F(AtomicFileTest, LeavesFilesOfOtherNamesAloneWhenItTidiesUp) {
+    const std::vector<std::string> names{".tavex2-",      ".tavex2-0-0",         ".tavex2-1",      ".tavex2-x-1",
+                                         ".tavex2-1-1.x", ".tavex2-write-probe", "tavex2-99999-0", "a.lmb"};
+    for (const std::string& name : names)
+        std::ofstream(m_folder / name) << "mine";
+    removeAbandonedFiles(m_folder.path());
+    EXPECT_THAT(namesIn(m_folder.path()), testing::UnorderedElementsAreArray(names));
+    removeAbandonedFiles(m_folder / "missing");
 }
 
 } // namespace

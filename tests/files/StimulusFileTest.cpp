@@ -91,14 +91,26 @@ TEST_F(StimulusFileTest, OpenedTrialsAreFloatsAndOneChannelIsOneDimension) {
     EXPECT_THAT(back.value().samples.floats(0), ElementsAre(1, 2, 3));
 }
 
-TEST_F(StimulusFileTest, AnOldFileIsWrittenOverInPlaceAndItsTailIgnored) {
+TEST_F(StimulusFileTest, AnOldFileKeepsItsTailBehindTheNewDataWhichReadersIgnore) {
     const fs::path file = write("t.plv", std::string(5000, 'x'));
     collect(m_state, trialOf({{1, 2}, {3, 4}}));
     ASSERT_TRUE(WritePlv(file, m_state));
-    EXPECT_EQ(fs::file_size(file), 5000U);
+    const std::string data = plv(grid<double>(0x2005, {{1, 2}, {3, 4}}));
+    EXPECT_EQ(bytesOf(file).substr(112), data.substr(112) + std::string(5000 - data.size(), 'x'));
     const auto back = readPlvFile(file);
     ASSERT_TRUE(back) << back.error().text;
     EXPECT_THAT(back.value().samples.doubles(1), ElementsAre(3, 4));
+}
+
+TEST_F(StimulusFileTest, AnExportThatIsCancelledOrFailsLeavesTheOldFile) {
+    const fs::path file = write("t.plv", "old");
+    collect(m_state, trialOf({{1, 2}, {3, 4}}));
+    const auto cancelled = WritePlv(file, m_state, {IfExists::Replace, [](int, int) { return false; }});
+    ASSERT_FALSE(cancelled);
+    EXPECT_EQ(cancelled.error().kind, ErrorKind::Cancelled);
+    EXPECT_EQ(WritePlv(file, m_state, {IfExists::Refuse, {}}).error().kind, ErrorKind::AlreadyExists);
+    EXPECT_EQ(bytesOf(file), "old");
+    EXPECT_TRUE(m_state.flags.Unsaved);
 }
 
 TEST_F(StimulusFileTest, TakesEveryElementTypeAndLowerBound) {
@@ -201,13 +213,15 @@ TEST_F(StimulusFileTest, AnImportCanBeCancelledAndChangesNothing) {
     EXPECT_EQ(m_state.TrialName, "Trial0001");
 }
 
-TEST_F(StimulusFileTest, AnExportIsFinishedEvenWhenItIsCancelled) {
+TEST_F(StimulusFileTest, ACancelledExportWritesNothingAndShowsNoBox) {
     m_view.goesOn = false;
     collect(m_state, trialOf({{1, 2}, {3, 4}}));
     m_dialogs.answers = {m_folder / "a.plv"};
     m_commands.mnuPulvo_Click();
     EXPECT_TRUE(m_messages.shown.empty());
-    EXPECT_EQ(readPlvFile(m_folder / "a.plv").value().samples.at(1, 1), 4);
+    EXPECT_THAT(m_view.status, HasSubstr("cancelled"));
+    EXPECT_TRUE(fs::is_empty(m_folder.path()));
+    EXPECT_TRUE(m_state.flags.TrialNotSaved);
 }
 
 TEST_F(StimulusFileTest, WhatCannotBeImportedIsToldAndChangesNothing) {

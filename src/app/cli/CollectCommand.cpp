@@ -111,7 +111,7 @@ class SavingSink final : public TrialSink {
         return writeToFreeName(m_folder, trial.name, "." + format, [&](const fs::path& path) {
             if (format == "tab") return WriteTab(path, trial, {IfExists::Refuse, {}});
             if (format == "lma") return WriteLma(path, trial, {IfExists::Refuse, {}});
-            return WritePlv(path, trial); // the name was free just now
+            return WritePlv(path, trial, {IfExists::Refuse, {}});
         });
     }
 

@@ -4,17 +4,24 @@
 #include "app/cli/BoardsCommand.h"
 #include "app/cli/CollectCommand.h"
 #include "app/cli/ConsoleRun.h"
+#include "app/cli/ConsoleStream.h"
 #include "app/cli/ConvertCommand.h"
 #include "app/cli/MeasureCommand.h"
 #include "app/cli/OverlayCommand.h"
 #include "app/cli/PlotCommand.h"
 #include "app/cli/ShowCommand.h"
 #include "app/cli/ToneCommand.h"
+#include "base/Decimal.h"
 #include "base/FileNames.h"
 #include "base/PathText.h"
+#include "display/PictureSize.h"
+#include "platform/AtomicFile.h"
+#include "platform/Interruption.h"
 
 #include <CLI/CLI.hpp>
 
+#include <charconv>
+#include <limits>
 #include <system_error>
 
 namespace tavex2 {
@@ -23,14 +30,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What the window is asked to open is a trial or setup file that exists. Errors: InvalidValue for something that is no
+/// What the window is asked to open is a trial or setup file that exists. Errors: WrongUsage for something that is no
 /// such file, NotFound for one that is missing.
 Result<void> checkOpenable(const fs::path& file, const std::string& asGiven) {
     const std::string kind = extensionOf(file);
     if (kind != ".set" && kind != ".lmb" && kind != ".plv")
-        return Error{ErrorKind::InvalidValue, "'" + asGiven +
-                                                  "' is neither a command nor a trial file (.lmb) or setup file "
-                                                  "(.set). 'tavex2 --help' tells how to use it."};
+        return Error{ErrorKind::WrongUsage, "'" + asGiven +
+                                                "' is neither a command nor a trial file (.lmb, .plv) or setup file "
+                                                "(.set). 'tavex2 --help' tells how to use it."};
     std::error_code ignored;
     if (!fs::is_regular_file(file, ignored))
         return Error{ErrorKind::NotFound, "There is no file '" + asGiven + "'. Check its name and folder."};
@@ -41,7 +48,40 @@ Result<void> checkOpenable(const fs::path& file, const std::string& asGiven) {
 int report(const Result<void>& result, std::ostream& err) {
     if (result) return exitDone;
     err << "tavex2: " << oneLine(result.error().text) << '\n';
-    return exitFailed;
+    return result.error().kind == ErrorKind::WrongUsage ? exitWrongUsage : exitFailed;
+}
+
+/// Runs a command that writes a file: tidies up in its folder first.
+template <class Command>
+Result<void> writing(const fs::path& file, const Command& command) {
+    removeAbandonedFiles(file.has_parent_path() ? file.parent_path() : fs::path("."));
+    return command();
+}
+
+/// Takes numbers between two limits and nothing else, whatever else may pass for a number; `what` says so.
+CLI::Validator number(double lowest, double highest, const std::string& what) {
+    return {[=](const std::string& text) {
+                double value = 0;
+                const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+                const bool taken =
+                    error == std::errc() && end == text.data() + text.size() && value >= lowest && value <= highest;
+                return taken ? std::string() : "takes " + what + ", not \"" + text + "\"";
+            },
+            ""};
+}
+
+CLI::Validator range(double lowest, double highest, const std::string& unit) {
+    return number(lowest, highest, "a number from " + plainNumber(lowest) + " to " + plainNumber(highest) + " " + unit);
+}
+
+CLI::Validator time() {
+    constexpr double most = std::numeric_limits<double>::max();
+    return number(-most, most, "a time in seconds");
+}
+
+/// Takes anything but nothing.
+CLI::Validator name() {
+    return {[](const std::string& text) { return text.empty() ? std::string("takes a name") : std::string(); }, ""};
 }
 
 constexpr double lowestToneHz = 5;
@@ -51,78 +91,87 @@ constexpr double longestToneSeconds = 3600;
 constexpr const char* settingHelp = "A setting by its name, such as Channels=0:3, Rate=1000 or Duration=2; repeatable";
 constexpr const char* boardHelp = "A device number, or simulator, simulator:seed=7, recording:PATH";
 
-} // namespace
-
-CommandLineResult runCommandLine(int argc, const char* const* argv, const CommandLineServices& services) {
+/// Reads the command line and runs its command.
+CommandLineResult parseAndRun(int argc, const char* const* argv, const CommandLineServices& services) {
     CLI::App app{"Tavex2, analog data acquisition. Without a command it opens the window.", "tavex2"};
     app.set_version_flag("--version", std::string("tavex2 ") + versionText);
     app.require_subcommand(0, 1);
 
     WindowRequest window;
-    app.add_option("--board", window.board, boardHelp)->type_name("SPEC");
+    app.add_option("--board", window.board, boardHelp)->type_name("SPEC")->check(name());
     app.add_option("--set", window.settings, settingHelp)->type_name("NAME=VALUE")->allow_extra_args(false);
 
     std::string file;
-    app.add_option("FILE", file, "Open this trial file (.lmb, .plv) or setup file (.set)");
+    app.add_option("FILE", file, "Open this trial file (.lmb, .plv) or setup file (.set)")->check(name());
 
     CollectRequest collect;
     CLI::App* collectCommand = app.add_subcommand("collect", "Collect trials and save them");
     collectCommand->add_option("--setup", collect.setup, "Read the settings from this setup file first")
-        ->type_name("F.set");
+        ->type_name("F.set")
+        ->check(name());
     collectCommand->add_option("--set", collect.settings, settingHelp)
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
-    collectCommand->add_option("--board", collect.board, boardHelp)->type_name("SPEC");
+    collectCommand->add_option("--board", collect.board, boardHelp)->type_name("SPEC")->check(name());
     collectCommand->add_option("--trials", collect.trials, "Number of collections, one after the other")
         ->check(CLI::Range(1, 9999));
-    collectCommand->add_option("--out", collect.folder, "Folder for the trial files; it must exist")->type_name("DIR");
+    collectCommand->add_option("--out", collect.folder, "Folder for the trial files; it must exist")
+        ->type_name("DIR")
+        ->check(name());
     collectCommand->add_option("--format", collect.formats, "File format: lmb, tab, lma or plv; repeatable")
         ->check(CLI::IsMember({"lmb", "tab", "lma", "plv"}))
         ->allow_extra_args(false);
     collectCommand->add_flag("--fast", collect.fast, "Let a simulated or recorded board deliver as fast as it can");
-    collectCommand->add_option("--plot", collect.plot, "Draw the last trial into this PNG file")->type_name("F.png");
+    collectCommand->add_option("--plot", collect.plot, "Draw the last trial into this picture (.png, .pdf, .svg)")
+        ->type_name("F.png")
+        ->check(name());
     collectCommand->add_flag("--json", collect.json, "Print the result as JSON");
 
     ConvertRequest convert;
     CLI::App* convertCommand = app.add_subcommand("convert", "Write a trial file in another format");
-    convertCommand->add_option("IN", convert.from, "A .lmb or .plv file")->required();
-    convertCommand->add_option("OUT", convert.to, "The .lmb, .plv, .tab or .lma file to write")->required();
+    convertCommand->add_option("IN", convert.from, "A .lmb or .plv file")->required()->check(name());
+    convertCommand->add_option("OUT", convert.to, "The .lmb, .plv, .tab or .lma file to write")
+        ->required()
+        ->check(name());
 
     OverlayRequest overlay;
     CLI::App* overlayCommand =
         app.add_subcommand("overlay", "Write the average of up to 16 trials of the same shape as a table");
     overlayCommand->add_option("FILES", overlay.files, "The trial files, and last the .lma file to write")
         ->required()
-        ->expected(2, 1000);
+        ->expected(2, 1000)
+        ->check(name());
 
     MeasureRequest measure;
     CLI::App* measureCommand = app.add_subcommand("measure", "Measure a channel of a trial between two times");
-    measureCommand->add_option("FILE", measure.file, "A .lmb or .plv file")->required();
+    measureCommand->add_option("FILE", measure.file, "A .lmb or .plv file")->required()->check(name());
     measureCommand->add_option("--channel", measure.channel, "The channel, counted from 0");
-    measureCommand->add_option("--from", measure.from, "Start in seconds; without it the first sample");
-    measureCommand->add_option("--to", measure.to, "End in seconds; without it the last sample");
+    measureCommand->add_option("--from", measure.from, "Start in seconds; without it the first sample")->check(time());
+    measureCommand->add_option("--to", measure.to, "End in seconds; without it the last sample")->check(time());
     measureCommand->add_flag("--rectify", measure.rectify, "Measure the absolute values");
     measureCommand->add_flag("--json", measure.json, "Print as JSON");
 
     ShowRequest show;
     CLI::App* showCommand = app.add_subcommand("show", "Print what a trial file or a setup file holds");
-    showCommand->add_option("FILE", show.file, "A .lmb, .plv or .set file")->required();
+    showCommand->add_option("FILE", show.file, "A .lmb, .plv or .set file")->required()->check(name());
     showCommand->add_flag("--json", show.json, "Print as JSON");
 
     PlotRequest plot;
     CLI::App* plotCommand = app.add_subcommand("plot", "Draw a trial file into a picture");
-    plotCommand->add_option("FILE", plot.file, "A .lmb or .plv file")->required();
-    plotCommand->add_option("PICTURE", plot.picture, "The PNG file to write")->required();
-    plotCommand->add_option("--width", plot.widthPixels, "Width in pixels")->check(CLI::Range(100, 20000));
-    plotCommand->add_option("--height", plot.heightPixels, "Height in pixels")->check(CLI::Range(100, 20000));
+    plotCommand->add_option("FILE", plot.file, "A .lmb or .plv file")->required()->check(name());
+    plotCommand->add_option("PICTURE", plot.picture, "The .png, .pdf or .svg file to write")->required()->check(name());
+    plotCommand->add_option("--width", plot.widthPixels, "Width in pixels")
+        ->check(range(smallestPictureWidth, largestPictureSide, "pixels"));
+    plotCommand->add_option("--height", plot.heightPixels, "Height in pixels")
+        ->check(range(smallestPictureHeight, largestPictureSide, "pixels"));
 
     ToneRequest tone;
     CLI::App* toneCommand = app.add_subcommand("tone", "Write the stimulus tone as a WAVE file");
-    toneCommand->add_option("FILE", tone.file, "The WAVE file to write")->required();
+    toneCommand->add_option("FILE", tone.file, "The WAVE file to write")->required()->check(name());
     toneCommand->add_option("--frequency", tone.frequencyHz, "Frequency in Hz")
-        ->check(CLI::Range(lowestToneHz, highestToneHz));
+        ->check(range(lowestToneHz, highestToneHz, "Hz"));
     toneCommand->add_option("--duration", tone.durationSeconds, "Length in seconds")
-        ->check(CLI::Range(0.0, longestToneSeconds));
+        ->check(range(0, longestToneSeconds, "s"));
 
     bool boardsAsJson = false;
     CLI::App* boardsCommand = app.add_subcommand("boards", "List the boards that can be used");
@@ -139,22 +188,49 @@ CommandLineResult runCommandLine(int argc, const char* const* argv, const Comman
         return {exitWrongUsage, std::nullopt};
     }
 
+    const auto commands = app.get_subcommands();
+    for (const CLI::Option* option : app.get_options())
+        if (!commands.empty() && option->count() > 0) {
+            services.err << "tavex2: '" << commands.front()->get_name() << "' does not use " << option->get_name()
+                         << " before it. Options stand behind the command that uses them.\n";
+            return {exitWrongUsage, std::nullopt};
+        }
+
     if (*collectCommand) return {collectTrials(collect, services), std::nullopt};
-    if (*convertCommand) return {report(convertFile(convert), services.err), std::nullopt};
-    if (*overlayCommand) return {report(overlayFiles(overlay), services.err), std::nullopt};
-    if (*measureCommand) return {report(measureFile(measure, services.out), services.err), std::nullopt};
-    if (*showCommand) return {report(showFile(show, services.out), services.err), std::nullopt};
-    if (*plotCommand) return {report(plotFile(plot, services.drawPicture), services.err), std::nullopt};
-    if (*toneCommand) return {report(writeToneFile(tone), services.err), std::nullopt};
-    if (*boardsCommand) return {report(listBoards(boardsAsJson, services), services.err), std::nullopt};
+    const auto ran = [&services](const Result<void>& result) {
+        return CommandLineResult{report(result, services.err), std::nullopt};
+    };
+    const Interruption interruption;
+    if (*convertCommand) return ran(writing(convert.to, [&] { return convertFile(convert, services.err); }));
+    if (*overlayCommand) return ran(writing(overlay.files.back(), [&] { return overlayFiles(overlay, services.err); }));
+    if (*measureCommand) return ran(measureFile(measure, services.out, services.err));
+    if (*showCommand) return ran(showFile(show, services.out, services.err));
+    if (*plotCommand) return ran(writing(plot.picture, [&] { return plotFile(plot, services); }));
+    if (*toneCommand) return ran(writing(tone.file, [&] { return writeToneFile(tone); }));
+    if (*boardsCommand) return ran(listBoards(boardsAsJson, services));
     if (!file.empty()) {
         window.file = wholePath(pathFromText(file));
-        if (const Result<void> openable = checkOpenable(*window.file, file); !openable) {
-            services.err << "tavex2: " << openable.error().text << '\n';
-            return {openable.error().kind == ErrorKind::NotFound ? exitFailed : exitWrongUsage, std::nullopt};
-        }
+        if (const Result<void> openable = checkOpenable(*window.file, file); !openable) return ran(openable.error());
     }
     return {exitDone, window};
+}
+
+} // namespace
+
+CommandLineResult runCommandLine(int argc, const char* const* argv, const CommandLineServices& services) {
+    ConsoleStream out(services.out);
+    ConsoleStream err(services.err);
+    CommandLineServices onConsole{.out = out,
+                                  .err = err,
+                                  .store = services.store,
+                                  .drawPicture = services.drawPicture,
+                                  .openSound = services.openSound};
+    CommandLineResult result = parseAndRun(argc, argv, onConsole);
+    if (!out.flush() && result.exitCode == exitDone) {
+        err << "tavex2: The output could not be written; what reads it is gone, or its disk is full.\n";
+        result.exitCode = exitFailed;
+    }
+    return result;
 }
 
 } // namespace tavex2

@@ -26,7 +26,7 @@ struct TrialPicture {
     double rateHz = 0;
     std::string title;
     std::vector<std::string> labels; ///< one a channel
-    std::filesystem::path path;      ///< a .png file
+    std::filesystem::path path;      ///< a .png, .pdf or .svg file
     int widthPixels = 1000;
     int heightPixels = 600;
 };
@@ -54,7 +54,8 @@ struct CommandLineResult {
 };
 
 /// Reads the command line and runs the command it names. Exit codes: 0 done, 1 failed (one line on `err` says what to
-/// do), 2 wrong usage.
+/// do), which includes output that could not be written, 2 wrong usage. Control characters, in names and in what files
+/// hold, are shown by their number.
 CommandLineResult runCommandLine(int argc, const char* const* argv, const CommandLineServices& services);
 
 } // namespace tavex2

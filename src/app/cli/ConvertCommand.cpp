@@ -7,11 +7,15 @@
 #include "files/StimulusFile.h"
 #include "files/TextExport.h"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 namespace tavex2 {
 
 namespace {
 
-/// A converted trial keeps its own number and time.
+/// The trial was taken when it was taken, whatever its file is made into.
 std::string titleOf(const Trial& trial) {
     const std::string title = trial.header.Title.trimmed();
     return title.empty() ? lmbTitle(trial.number, localTimeNow()) : title;
@@ -19,20 +23,22 @@ std::string titleOf(const Trial& trial) {
 
 } // namespace
 
-Result<void> convertFile(const ConvertRequest& request) {
-    const Result<TrialPtr> read = readTrialFile(request.from);
+Result<void> convertFile(const ConvertRequest& request, std::ostream& err) {
+    constexpr std::array<std::string_view, 4> kinds{".lmb", ".tab", ".lma", ".plv"};
+    const std::string kind = extensionOf(request.to);
+    if (std::ranges::find(kinds, kind) == kinds.end())
+        return Error{ErrorKind::WrongUsage,
+                     "\"" + pathText(request.to) + "\" does not end in .lmb, .tab, .lma or .plv. Choose one of these."};
+
+    const Result<TrialPtr> read = readTrialFile(request.from, err);
     if (!read) return read.error();
     const Trial& trial = *read.value();
-    const std::string kind = extensionOf(request.to);
-    if (kind == ".lmb") {
-        const auto written = WriteLmb(request.to, trial, titleOf(trial));
-        return written ? Result<void>() : written.error();
-    }
-    if (kind == ".tab") return WriteTab(request.to, trial);
-    if (kind == ".lma") return WriteLma(request.to, trial);
-    if (kind == ".plv") return WritePlv(request.to, trial);
-    return Error{ErrorKind::InvalidValue,
-                 "\"" + pathText(request.to) + "\" does not end in .lmb, .tab, .lma or .plv. Choose one of these."};
+    const WriteOptions options{.progress = untilInterrupted()};
+    if (kind == ".tab") return WriteTab(request.to, trial, options);
+    if (kind == ".lma") return WriteLma(request.to, trial, options);
+    if (kind == ".plv") return WritePlv(request.to, trial, options);
+    const auto written = WriteLmb(request.to, trial, titleOf(trial), options);
+    return written ? Result<void>() : written.error();
 }
 
 } // namespace tavex2

@@ -33,8 +33,8 @@ Result<Stretch> stretchOf(const MeasureRequest& request, double rateHz, std::int
 
 } // namespace
 
-Result<void> measureFile(const MeasureRequest& request, std::ostream& out) {
-    const Result<TrialPtr> read = readTrialFile(request.file);
+Result<void> measureFile(const MeasureRequest& request, std::ostream& out, std::ostream& err) {
+    const Result<TrialPtr> read = readTrialFile(request.file, err);
     if (!read) return read.error();
     const TrialData& trial = read.value()->samples;
     const double rateHz = read.value()->sampling.Rate;

@@ -21,6 +21,6 @@ struct MeasureRequest {
 /// Prints what the information window shows for the stretch between two times, which go to the samples inside them.
 /// Errors: those of the readers, InvalidValue for a channel that is not there, times that are the wrong way round or
 /// beside the data, and a trial that is too short.
-Result<void> measureFile(const MeasureRequest& request, std::ostream& out);
+Result<void> measureFile(const MeasureRequest& request, std::ostream& out, std::ostream& err);
 
 } // namespace tavex2

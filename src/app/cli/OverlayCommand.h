@@ -3,6 +3,7 @@
 #include "base/Result.h"
 
 #include <filesystem>
+#include <ostream>
 #include <vector>
 
 namespace tavex2 {
@@ -14,6 +15,6 @@ struct OverlayRequest {
 
 /// Writes the average of up to 16 compatible trials as a table for the sibling analysis program, named for the last
 /// trial. Errors, naming the file: those of the readers, of adding an overlay and of writing the table.
-Result<void> overlayFiles(const OverlayRequest& request);
+Result<void> overlayFiles(const OverlayRequest& request, std::ostream& err);
 
 } // namespace tavex2

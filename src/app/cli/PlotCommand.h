@@ -3,7 +3,6 @@
 #include "app/cli/CommandLine.h"
 
 #include <filesystem>
-#include <functional>
 
 namespace tavex2 {
 
@@ -17,7 +16,11 @@ struct PlotRequest {
 /// The picture of a trial, in the usual size.
 TrialPicture pictureOf(const Trial& trial, const std::string& title, const std::filesystem::path& path);
 
-/// Draws a trial file into a picture.
-Result<void> plotFile(const PlotRequest& request, const std::function<Result<void>(const TrialPicture&)>& drawPicture);
+/// Whether a picture's name ends in .png, .pdf or .svg; else WrongUsage.
+Result<void> checkPictureName(const std::filesystem::path& path);
+
+/// Draws a trial file into a picture. Errors: that of the name, those of the readers, InvalidValue for a trial without a
+/// rate, those of drawing.
+Result<void> plotFile(const PlotRequest& request, const CommandLineServices& services);
 
 } // namespace tavex2

@@ -2,18 +2,20 @@
 
 #include "acquisition/AcqFields.h"
 #include "acquisition/SetupFile.h"
+#include "app/cli/TrialFile.h"
+#include "base/Decimal.h"
 #include "base/FileNames.h"
+#include "base/PlainText.h"
 #include "base/Windows1252.h"
-#include "files/Import.h"
 #include "files/StimulusFile.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <iomanip>
+#include <cmath>
 #include <limits>
-#include <sstream>
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace tavex2 {
@@ -22,6 +24,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+/// What is not there is no number: a channel may hold nothing that is one.
 struct ChannelSummary {
     double minimum = std::numeric_limits<double>::infinity();
     double maximum = -std::numeric_limits<double>::infinity();
@@ -39,6 +42,7 @@ ChannelSummary summarise(std::span<const T> samples) {
         sum += volts;
     }
     summary.mean = sum / static_cast<double>(samples.size());
+    if (summary.minimum > summary.maximum) summary.minimum = summary.maximum = std::numeric_limits<double>::quiet_NaN();
     return summary;
 }
 
@@ -65,20 +69,31 @@ Json slots(const LmbHeader& header, const Array& values, Convert convert) {
 }
 
 template <std::size_t N>
-std::string shown(const FixedText<N>& text) {
+std::string textOf(const FixedText<N>& text) {
     return utf8FromWindows1252(text.trimmed());
+}
+
+/// On one line of a terminal.
+std::string shown(std::string_view text) {
+    return printable(text, LineBreaks::Escape);
+}
+
+/// The header's duration, which the program works with in single precision: 0.05 and not 0.05000000074505806.
+double durationOf(const LmbHeader& header) {
+    const auto single = static_cast<float>(header.Duration);
+    return static_cast<double>(single) == header.Duration ? shortestDouble(single) : header.Duration;
 }
 
 Json toJson(const LmbFile& file) {
     const LmbHeader& header = file.header;
     const auto number = [](auto value) { return value; };
-    const auto text = [](const auto& value) { return shown(value); };
+    const auto text = [](const auto& value) { return textOf(value); };
     Json json;
-    json["Title"] = shown(header.Title);
+    json["Title"] = textOf(header.Title);
     json["NumChannels"] = header.NumChannels;
     json["NumSamples"] = header.NumSamples;
     json["Rate"] = header.Rate;
-    json["Duration"] = header.Duration;
+    json["Duration"] = durationOf(header);
     json["ChannelOn"] = slots(header, header.ChannelOn, number);
     json["ChannelNumber"] = slots(header, header.ChannelNumber, number);
     json["ChannelRate"] = slots(header, header.ChannelRate, number);
@@ -90,34 +105,41 @@ Json toJson(const LmbFile& file) {
     json["Units"] = slots(header, header.Units, text);
     json["TrialComments"] = Json::array();
     for (const auto& line : file.comments)
-        json["TrialComments"].push_back(shown(line));
+        json["TrialComments"].push_back(textOf(line));
     json["Channels"] = channelSummaries(file.samples);
     return json;
 }
 
+std::string cell(double volts) {
+    constexpr std::size_t width = 12;
+    return rightAligned(std::isnan(volts) ? "no number" : fixedDecimal(volts, 5), width);
+}
+
 std::string toText(const LmbFile& file) {
-    std::ostringstream out;
+    constexpr std::size_t width = 12;
     const LmbHeader& header = file.header;
-    out << "Title       " << shown(header.Title) << '\n'
-        << "NumChannels " << header.NumChannels << '\n'
-        << "NumSamples  " << header.NumSamples << '\n'
-        << "Rate        " << header.Rate << " Hz\n"
-        << "Duration    " << header.Duration << " s\n";
+    std::string text;
+    const auto row = [&](const std::string& name, const std::string& value) {
+        text += leftAligned(name, width) + value + '\n';
+    };
+    row("Title", shown(textOf(header.Title)));
+    row("NumChannels", std::to_string(header.NumChannels));
+    row("NumSamples", std::to_string(header.NumSamples));
+    row("Rate", plainNumber(header.Rate) + " Hz");
+    row("Duration", plainNumber(durationOf(header)) + " s");
     for (std::size_t i = 0; i < file.comments.size(); ++i)
-        if (const std::string line = shown(file.comments[i]); !line.empty())
-            out << "Comment " << i + 1 << "   " << line << '\n';
-    out << '\n'
-        << std::left << std::setw(12) << "Label" << std::setw(12) << "Unit" << std::right << std::setw(12) << "Minimum"
-        << std::setw(12) << "Maximum" << std::setw(12) << "Mean" << '\n'
-        << std::fixed << std::setprecision(5);
+        if (const std::string line = shown(textOf(file.comments[i])); !line.empty())
+            row("Comment " + std::to_string(i + 1), line);
+    text += '\n' + leftAligned("Label", width) + leftAligned("Unit", width) + rightAligned("Minimum", width) +
+            rightAligned("Maximum", width) + rightAligned("Mean", width) + '\n';
     for (int channel = 0; channel < file.samples.channels(); ++channel) {
         const auto slot = static_cast<std::size_t>(channel) + 1;
         const ChannelSummary summary = summariseChannel(file.samples, channel);
-        out << std::left << std::setw(12) << shown(header.Labels[slot]) << std::setw(12) << shown(header.Units[slot])
-            << std::right << std::setw(12) << summary.minimum << std::setw(12) << summary.maximum << std::setw(12)
-            << summary.mean << '\n';
+        text += leftAligned(shown(textOf(header.Labels[slot])), width) +
+                leftAligned(shown(textOf(header.Units[slot])), width) + cell(summary.minimum) + cell(summary.maximum) +
+                cell(summary.mean) + '\n';
     }
-    return out.str();
+    return text;
 }
 
 /// Enters each field of a settings record that it is called with under its name.
@@ -128,7 +150,9 @@ auto fieldsInto(Json& json) {
         if constexpr (std::is_same_v<Field, Bool16>)
             value = static_cast<bool>(field);
         else if constexpr (std::is_same_v<Field, FixedText<50>>)
-            value = shown(field);
+            value = textOf(field);
+        else if constexpr (std::is_same_v<Field, float>)
+            value = shortestDouble(field);
         else
             value = field;
     };
@@ -140,7 +164,7 @@ void print(const Json& json, bool asJson, std::ostream& out) {
         out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
     else
         for (const auto& [name, value] : json.items())
-            out << std::left << std::setw(18) << name << (value.is_string() ? value.get<std::string>() : value.dump())
+            out << leftAligned(name, 18) << (value.is_string() ? shown(value.get<std::string>()) : value.dump())
                 << '\n';
 }
 
@@ -154,7 +178,7 @@ Result<void> showSetup(const ShowRequest& request, std::ostream& out) {
 }
 
 Result<void> showStimulus(const ShowRequest& request, std::ostream& out) {
-    const Result<StimulusFile> file = readPlvFile(request.file);
+    const Result<StimulusFile> file = readPlvFile(request.file, untilInterrupted());
     if (!file) return file.error();
     const StimulusFile& trial = file.value();
     Json json;
@@ -162,15 +186,15 @@ Result<void> showStimulus(const ShowRequest& request, std::ostream& out) {
     json["NumChannels"] = trial.samples.channels();
     json["NumSamples"] = trial.samples.samples();
     json["Rate"] = trial.sampling.Rate;
-    json["Duration"] = trial.sampling.Duration;
+    json["Duration"] = shortestDouble(trial.sampling.Duration);
     forEachSamplingField(trial.sampling, fieldsInto(json["Settings"]));
     json["Channels"] = channelSummaries(trial.samples);
     print(json, request.json, out);
     return {};
 }
 
-Result<void> showTrial(const ShowRequest& request, std::ostream& out) {
-    const Result<LmbFile> file = readLmbFile(request.file);
+Result<void> showTrial(const ShowRequest& request, std::ostream& out, std::ostream& err) {
+    const Result<LmbFile> file = readLmbOfAnyKind(request.file, err);
     if (!file) return file.error();
     if (request.json)
         print(toJson(file.value()), true, out);
@@ -181,11 +205,11 @@ Result<void> showTrial(const ShowRequest& request, std::ostream& out) {
 
 } // namespace
 
-Result<void> showFile(const ShowRequest& request, std::ostream& out) {
+Result<void> showFile(const ShowRequest& request, std::ostream& out, std::ostream& err) {
     const std::string kind = extensionOf(request.file);
     if (kind == ".set") return showSetup(request, out);
     if (kind == ".plv") return showStimulus(request, out);
-    return showTrial(request, out);
+    return showTrial(request, out, err);
 }
 
 } // namespace tavex2

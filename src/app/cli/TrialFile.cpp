@@ -1,22 +1,38 @@
 #include "app/cli/TrialFile.h"
 
+#include "app/cli/ConsoleRun.h"
 #include "base/FileNames.h"
-#include "files/Import.h"
+#include "base/PathText.h"
 #include "files/ReplaceTrial.h"
 #include "files/StimulusFile.h"
+#include "platform/Interruption.h"
 
 #include <utility>
 
 namespace tavex2 {
 
-Result<TrialPtr> readTrialFile(const std::filesystem::path& path) {
+FileProgress untilInterrupted() {
+    return [](int, int) { return !Interruption::requested(); };
+}
+
+Result<LmbFile> readLmbOfAnyKind(const std::filesystem::path& path, std::ostream& err) {
+    Result<LmbFile> read = readLmbFile(path, untilInterrupted());
+    if (read || !isForeign(path)) return read;
+    Result<LmbFile> readWhole = readLmbFile(path, untilInterrupted(), LmbStart::Header);
+    if (!readWhole) return read; // it is no trial file at all
+    err << "tavex2: " << oneLine(pathText(path))
+        << ": File format was not a Lumidor2 binary file (.LMB) or file is corrupt. It was read from its first byte.\n";
+    return readWhole;
+}
+
+Result<TrialPtr> readTrialFile(const std::filesystem::path& path, std::ostream& err) {
     const std::filesystem::path file = wholePath(path);
     if (extensionOf(path) == ".plv") {
-        Result<StimulusFile> read = readPlvFile(path);
+        Result<StimulusFile> read = readPlvFile(path, untilInterrupted());
         if (!read) return read.error();
         return TrialPtr(trialOf(std::move(read).value(), file));
     }
-    Result<LmbFile> read = readLmbFile(path);
+    Result<LmbFile> read = readLmbOfAnyKind(path, err);
     if (!read) return read.error();
     return TrialPtr(trialOf(std::move(read).value(), file, SamplingSettings{}));
 }

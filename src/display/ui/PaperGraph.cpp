@@ -1,29 +1,32 @@
 #include "display/ui/PaperGraph.h"
 
 #include "base/PathText.h"
+#include "display/ui/SvgDrawing.h"
+#include "platform/AtomicFile.h"
 
+#include <QBuffer>
 #include <QImageWriter>
 #include <QPageSize>
 #include <QPdfWriter>
-#include <QSaveFile>
+
+#include <span>
 
 namespace tavex2 {
 
 namespace {
 
-Error writeError(const std::filesystem::path& path, const QString& reason) {
-    return {ErrorKind::WriteFailed, "Cannot write the picture \"" + pathText(path) + "\": " + reason.toStdString() +
-                                        ". Choose a file in a folder that exists and can be written."};
-}
-
 /// Lets `draw` fill a file that appears as a whole or not at all. `draw` returns what went wrong, or nothing.
 template <class Draw>
 Result<void> saveWith(const std::filesystem::path& path, const Draw& draw) {
-    QSaveFile file(QString::fromStdString(pathText(path)));
-    if (!file.open(QIODevice::WriteOnly)) return writeError(path, file.errorString());
-    if (const QString problem = draw(file); !problem.isEmpty()) return writeError(path, problem);
-    if (!file.commit()) return writeError(path, file.errorString());
-    return {};
+    Result<AtomicFile> file = AtomicFile::create(path);
+    if (!file) return file.error();
+    QBuffer picture;
+    picture.open(QIODevice::WriteOnly);
+    if (const QString problem = draw(picture); !problem.isEmpty())
+        return Error{ErrorKind::WriteFailed, "The picture " + pathText(path) + " could not be drawn (" +
+                                                 problem.toStdString() + "). Choose another size or kind."};
+    if (auto written = file.value().write(std::as_bytes(std::span(picture.data()))); !written) return written;
+    return file.value().commit();
 }
 
 } // namespace
@@ -74,6 +77,10 @@ Result<void> saveAsPdf(CWGraph& graph, const std::filesystem::path& path, int wi
         graph.toPainter(&painter, width, height);
         return painter.end() ? QString() : QStringLiteral("The picture cannot be finished");
     });
+}
+
+Result<void> saveAsSvg(CWGraph& graph, const std::filesystem::path& path, int width, int height) {
+    return saveWith(path, [&](QIODevice& file) { return drawSvg(graph, file, width, height); });
 }
 
 } // namespace tavex2

@@ -1,16 +1,35 @@
 #include "display/ui/TrialPicture.h"
 
+#include "base/FileNames.h"
+#include "base/PathText.h"
 #include "display/AxisRange.h"
+#include "display/PictureSize.h"
 #include "display/ui/PaperGraph.h"
 
 #include <QFontMetrics>
+
+#include <algorithm>
 
 namespace tavex2 {
 
 namespace {
 
-constexpr QSize smallest(200, 150);
-constexpr QSize largest(10000, 10000);
+std::string sizeText(int width, int height) {
+    return std::to_string(width) + " x " + std::to_string(height);
+}
+
+using Save = Result<void> (*)(CWGraph& graph, const std::filesystem::path& path, int width, int height);
+
+/// What draws a file of that extension; null when nothing does.
+Save saverFor(const std::filesystem::path& path) {
+    const std::string kind = extensionOf(path);
+    if (kind == ".pdf") return saveAsPdf;
+    if (kind == ".svg") return saveAsSvg;
+    if (kind != ".png") return nullptr;
+    return [](CWGraph& graph, const std::filesystem::path& file, int width, int height) {
+        return saveAsPng(graph, file, width, height);
+    };
+}
 
 void addTitle(CWGraph& graph, const QString& title) {
     if (title.isEmpty()) return;
@@ -53,14 +72,21 @@ void addLegend(CWGraph& graph, const QStringList& channelLabels, int height) {
 
 } // namespace
 
-Result<void> renderTrialToPng(const TrialData& trial, const SamplingSettings& settings, const QString& title,
-                              const QStringList& channelLabels, const std::filesystem::path& path, int width,
-                              int height) {
-    if (width < smallest.width() || height < smallest.height() || width > largest.width() || height > largest.height())
-        return Error{ErrorKind::InvalidValue, "A picture is between 200 x 150 and 10000 x 10000 pixels, not " +
-                                                  std::to_string(width) + " x " + std::to_string(height) + "."};
+Result<void> renderTrial(const TrialData& trial, const SamplingSettings& settings, const QString& title,
+                         const QStringList& channelLabels, const std::filesystem::path& path, int width, int height) {
+    if (width < smallestPictureWidth || height < smallestPictureHeight || std::max(width, height) > largestPictureSide)
+        return Error{ErrorKind::InvalidValue, "A picture is between " +
+                                                  sizeText(smallestPictureWidth, smallestPictureHeight) + " and " +
+                                                  sizeText(largestPictureSide, largestPictureSide) + " pixels, not " +
+                                                  sizeText(width, height) + "."};
     if (!trial || trial->empty())
         return Error{ErrorKind::InvalidValue, "The trial holds no samples, so there is nothing to draw."};
+    if (settings.Rate < 1)
+        return Error{ErrorKind::InvalidValue, "The trial has no sampling rate, so there is no time to draw it over."};
+    const Save save = saverFor(path);
+    if (save == nullptr)
+        return Error{ErrorKind::InvalidValue,
+                     "\"" + pathText(path) + "\" does not end in .png, .pdf or .svg. Choose one of these."};
 
     const std::unique_ptr<CWGraph> paper = graphOnPaper();
     CWGraph& graph = *paper;
@@ -72,7 +98,7 @@ Result<void> renderTrialToPng(const TrialData& trial, const SamplingSettings& se
     addTitle(graph, title);
     if (graph.plotCount() > 1) addLegend(graph, channelLabels, height);
 
-    return saveAsPng(graph, path, width, height);
+    return save(graph, path, width, height);
 }
 
 } // namespace tavex2

@@ -4,10 +4,12 @@
 #include "base/PathText.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
 #include <string>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -85,6 +87,21 @@ int descriptorOf(std::intptr_t file) {
     return static_cast<int>(file);
 }
 
+/// The name under which the system knows an open file of this process.
+std::string pathOfOpen(std::intptr_t file) {
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
+/// Opens a file in a folder that has no name until it is linked; -1 where the system or the disk has no such files.
+int openNameless([[maybe_unused]] const fs::path& folder) {
+#ifdef O_TMPFILE
+    const int descriptor = ::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
+    if (descriptor < 0 || ::access(pathOfOpen(descriptor).c_str(), F_OK) == 0) return descriptor;
+    ::close(descriptor); // it could never be linked
+#endif
+    return -1;
+}
+
 /// Lets the disk start on what has been written so far, so that little is left to wait for at the end. A mere hint:
 /// should it fail, so will the flush that counts.
 void startFlushing([[maybe_unused]] int descriptor) {
@@ -102,7 +119,7 @@ PendingFile::~PendingFile() {
 
 Result<PendingFile> PendingFile::open(const fs::path& target, IfExists ifExists) {
     fs::path end = target;
-    if (ifExists == IfExists::Replace) {
+    if (ifExists != IfExists::Refuse) {
         Result<fs::path> followed = linkTarget(target);
         if (!followed) return followed.error();
         end = std::move(followed).value();
@@ -122,17 +139,25 @@ Result<PendingFile> PendingFile::open(const fs::path& target, IfExists ifExists)
     return file;
 }
 
-/// Opens a file of a name that nobody uses, with the permissions of any new file of this user.
+fs::path PendingFile::temporaryName(int number) const {
+    return folderOf(m_target) /
+           (std::string(temporaryPrefix) + std::to_string(::getpid()) + "-" + std::to_string(number));
+}
+
+/// Opens a file with the permissions of any new file of this user: one without a name, or one of a name that nobody
+/// uses.
 std::error_code PendingFile::openTemporary() {
-    for (int number = 0;; ++number) {
-        m_temporary = folderOf(m_target) / (".tavex2-" + std::to_string(::getpid()) + "-" + std::to_string(number));
+    m_file = openNameless(folderOf(m_target));
+    for (int number = 0; m_file == closed; ++number) {
+        m_temporary = temporaryName(number);
         m_file = ::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (m_file != closed) return {};
-        if (errno != EEXIST) {
+        if (m_file == closed && errno != EEXIST) {
             m_temporary.clear();
             return lastError();
         }
     }
+    ::flock(descriptorOf(m_file), LOCK_EX | LOCK_NB); // a disk without locks still has the process's number
+    return {};
 }
 
 std::error_code PendingFile::put(std::span<const std::byte> bytes) {
@@ -155,6 +180,23 @@ std::error_code PendingFile::closeFile() {
     return result == 0 || errno == EINTR ? std::error_code() : lastError();
 }
 
+/// Gives a nameless file a name: at once the final one, or, where that is to be replaced, first a temporary one.
+std::error_code PendingFile::giveName() {
+    const std::string file = pathOfOpen(m_file);
+    const auto link = [&file](const fs::path& name) {
+        return ::linkat(AT_FDCWD, file.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0 ? std::error_code()
+                                                                                                : lastError();
+    };
+    std::error_code error = link(m_target);
+    if (error != std::errc::file_exists || m_ifExists == IfExists::Refuse) return error;
+    for (int number = 0; error == std::errc::file_exists; ++number) {
+        m_temporary = temporaryName(number);
+        error = link(m_temporary);
+    }
+    if (error) m_temporary.clear();
+    return error;
+}
+
 std::error_code PendingFile::moveIntoPlace() {
     std::error_code error;
     if (m_ifExists == IfExists::Refuse)
@@ -167,10 +209,30 @@ std::error_code PendingFile::moveIntoPlace() {
 
 std::error_code PendingFile::keep() {
     if (::fsync(descriptorOf(m_file)) != 0) return lastError();
+    if (m_temporary.empty())
+        if (const std::error_code error = giveName()) return error;
     if (const std::error_code error = closeFile()) return error;
-    if (const std::error_code error = moveIntoPlace()) return error;
+    if (!m_temporary.empty())
+        if (const std::error_code error = moveIntoPlace()) return error;
     flushFolder(folderOf(m_target));
     return {};
+}
+
+std::error_code PendingFile::tryFolder(const fs::path& folder) {
+    PendingFile file(folder / "any", IfExists::Refuse);
+    return file.openTemporary();
+}
+
+/// A process of another machine may write into a folder that both share, so its lock is looked at too.
+void PendingFile::removeIfAbandoned(const fs::path& file, int process) {
+    if (::kill(process, 0) == 0 || errno != ESRCH) return;
+    const int descriptor = ::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) return;
+    struct stat status {};
+    const bool own = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
+    const bool locked = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (own && !locked) ::unlink(file.c_str());
+    ::close(descriptor);
 }
 
 } // namespace tavex2

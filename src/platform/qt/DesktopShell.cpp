@@ -17,6 +17,12 @@ int result(bool started) {
     return started ? Shell::started : Shell::fileNotFound;
 }
 
+/// What a program is given is one name, which may hold blanks, quotes inside it and anything else.
+QString withoutQuotes(const QString& text) {
+    const QLatin1Char quote('"');
+    return text.size() > 1 && text.startsWith(quote) && text.endsWith(quote) ? text.mid(1, text.size() - 2) : text;
+}
+
 bool openDocument(const QString& file) {
     return QDesktopServices::openUrl(file.contains(QLatin1String("://")) ? QUrl(file) : QUrl::fromLocalFile(file));
 }
@@ -25,11 +31,12 @@ bool openDocument(const QString& file) {
 
 int DesktopShell::open(const ShellRequest& request) {
     const QString file = QString::fromStdString(request.file);
-    const QStringList parameters = QProcess::splitCommand(QString::fromStdString(request.parameters));
+    const QString document = withoutQuotes(QString::fromStdString(request.parameters));
     const QString program = QStandardPaths::findExecutable(file);
     if (!program.isEmpty())
-        return result(QProcess::startDetached(program, parameters, QString::fromStdString(request.folder)));
-    return result(openDocument(parameters.isEmpty() ? file : parameters.back()));
+        return result(QProcess::startDetached(program, document.isEmpty() ? QStringList() : QStringList{document},
+                                              QString::fromStdString(request.folder)));
+    return result(!request.onlyThisProgram && openDocument(document.isEmpty() ? file : document));
 }
 
 int DesktopShell::start(const std::string& commandLine) {
@@ -41,8 +48,10 @@ int DesktopShell::start(const std::string& commandLine) {
         return result(QProcess::startDetached(program, parts));
     const auto is = [&](const char* other) { return name.compare(QLatin1String(other), Qt::CaseInsensitive) == 0; };
     if (is("Explorer.exe")) return result(openDocument(whole.mid(name.size() + 1))); // the folder has no quotes
-    const QString own = is("notepad.exe") ? textEditor() : is("WinHlp32.EXE") ? helpViewer() : QString();
-    return result(!own.isEmpty() && QProcess::startDetached(own, {}));
+    QStringList own = is("notepad.exe") ? textEditor() : is("WinHlp32.EXE") ? helpViewer() : QStringList();
+    if (own.isEmpty()) return fileNotFound;
+    const QString program = own.takeFirst();
+    return result(QProcess::startDetached(program, own));
 }
 
 bool DesktopShell::canRead(const std::string& folder, const std::string& name) const {

@@ -49,6 +49,20 @@ std::error_code lastError() {
     }
 }
 
+fs::path folderOf(const fs::path& file) {
+    return file.has_parent_path() ? file.parent_path() : fs::path(".");
+}
+
+/// Whether a process is still there; one that may not be looked at is.
+bool isRunning(DWORD process) {
+    HANDLE handle = ::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process);
+    if (handle == nullptr) return ::GetLastError() == ERROR_ACCESS_DENIED;
+    DWORD exitCode = 0;
+    const bool running = ::GetExitCodeProcess(handle, &exitCode) == 0 || exitCode == STILL_ACTIVE;
+    ::CloseHandle(handle);
+    return running;
+}
+
 /// Checks the file that has the target's name now.
 std::error_code mayReplace(const fs::path& file, IfExists ifExists) {
     if (file.filename().native().size() > longestName) return std::make_error_code(std::errc::filename_too_long);
@@ -77,13 +91,18 @@ Result<PendingFile> PendingFile::open(const fs::path& target, IfExists ifExists)
     return file;
 }
 
-/// Opens a hidden file of a name that nobody uses.
+fs::path PendingFile::temporaryName(int number) const {
+    return folderOf(m_target) /
+           (std::string(temporaryPrefix) + std::to_string(::GetCurrentProcessId()) + "-" + std::to_string(number));
+}
+
+/// Opens a hidden file of a name that nobody uses. Nobody else can open or remove it meanwhile.
 std::error_code PendingFile::openTemporary() {
-    const fs::path folder = m_target.has_parent_path() ? m_target.parent_path() : fs::path(".");
+    const fs::path folder = folderOf(m_target);
     if (std::error_code ignored; fs::exists(folder, ignored) && !fs::is_directory(folder, ignored))
         return std::make_error_code(std::errc::not_a_directory);
     for (int number = 0;; ++number) {
-        m_temporary = folder / (".tavex2-" + std::to_string(::GetCurrentProcessId()) + "-" + std::to_string(number));
+        m_temporary = temporaryName(number);
         HANDLE file = ::CreateFileW(m_temporary.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
         m_file = reinterpret_cast<std::intptr_t>(file);
@@ -111,7 +130,7 @@ std::error_code PendingFile::closeFile() {
 }
 
 std::error_code PendingFile::moveIntoPlace() {
-    const DWORD how = MOVEFILE_WRITE_THROUGH | (m_ifExists == IfExists::Replace ? MOVEFILE_REPLACE_EXISTING : 0U);
+    const DWORD how = MOVEFILE_WRITE_THROUGH | (m_ifExists == IfExists::Refuse ? 0U : MOVEFILE_REPLACE_EXISTING);
     if (::MoveFileExW(m_temporary.c_str(), m_target.c_str(), how) == 0) return lastError();
     m_temporary.clear();
     return {};
@@ -121,6 +140,16 @@ std::error_code PendingFile::keep() {
     if (::FlushFileBuffers(handleOf(m_file)) == 0) return lastError();
     if (const std::error_code error = closeFile()) return error;
     return moveIntoPlace();
+}
+
+std::error_code PendingFile::tryFolder(const fs::path& folder) {
+    PendingFile file(folder / "any", IfExists::Refuse);
+    return file.openTemporary();
+}
+
+/// A process of another machine may write into a folder that both share; its file is open and cannot be removed.
+void PendingFile::removeIfAbandoned(const fs::path& file, int process) {
+    if (!isRunning(static_cast<DWORD>(process))) ::DeleteFileW(file.c_str());
 }
 
 } // namespace tavex2
