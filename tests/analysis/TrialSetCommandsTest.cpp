@@ -176,6 +176,30 @@ TEST_F(TrialSetCommandsTest, ATrialThatWasAveragedBeforeTheClearingDoesNotJoinAg
     EXPECT_TRUE(current().AddedToAverage);
 }
 
+TEST_F(TrialSetCommandsTest, ATrialThatJoinedTheAverageSinceTheClearingLeavesItAndMayJoinAgain) {
+    take("Trial0001");
+    average();
+    m_commands.mnuClearAverage_Click();
+    take("Trial0002");
+    average();
+    m_commands.mnuUndo_Click();
+    EXPECT_EQ(m_state.trials.average.AverageCount, 1);
+    EXPECT_EQ(m_state.trials.average.first, "Trial0001");
+    EXPECT_FALSE(current().AddedToAverage);
+    EXPECT_EQ(m_state.notice, "The average is back, with 1 trial.");
+}
+
+TEST_F(TrialSetCommandsTest, ATrialThatWasSavedOnlyAfterTheClearingMayJoinTheAverageThatIsBack) {
+    take("Trial0001");
+    average();
+    take("Trial0002");
+    m_commands.mnuClearAverage_Click();
+    average();
+    m_commands.mnuUndo_Click();
+    EXPECT_EQ(m_state.trials.average.AverageCount, 1);
+    EXPECT_FALSE(current().AddedToAverage);
+}
+
 // Undo ----------------------------------------------------------------------------------------------------------------
 
 TEST_F(TrialSetCommandsTest, WithNothingClearedThereIsNothingToUndo) {
@@ -201,6 +225,19 @@ TEST_F(TrialSetCommandsTest, UndoTakesBackTheLastClearingOnly) {
     m_commands.mnuUndo_Click();
     EXPECT_EQ(m_state.trials.average.AverageCount, 1);
     EXPECT_EQ(m_state.overlays.OverlayCount, 0);
+}
+
+TEST_F(TrialSetCommandsTest, ClearingWhatIsEmptyKeepsWhatUndoBringsBack) {
+    take("Trial0001");
+    average();
+    m_commands.mnuClearAverage_Click();
+    m_notices.clear();
+    m_commands.mnuClearAverage_Click(); // a second click
+    m_commands.mnuClear_Click();
+    EXPECT_THAT(m_notices, ElementsAre("There is no average to clear.", "There is no overlay to clear."));
+    m_commands.mnuUndo_Click();
+    EXPECT_EQ(m_state.trials.average.AverageCount, 1);
+    EXPECT_EQ(m_state.trials.average.first, "Trial0001");
 }
 
 } // namespace
