@@ -98,6 +98,19 @@ TEST_F(SetupCommandsTest, ANameTypedWithoutAnExtensionGetsOne) {
     }
 }
 
+TEST_F(SetupCommandsTest, AnExtensionThatIsAddedReplacesNoFileUnasked) {
+    write("Proto.v2.set", "old");
+    dialogs.answers = {folder / "Proto.v2", folder / "Proto.v2"};
+    messages.answers = {MessageAnswer::No, MessageAnswer::Yes};
+    commands.SaveSetup();
+    EXPECT_EQ(bytesOf(folder / "Proto.v2.set"), "old");
+    EXPECT_EQ(state.TrialName(), "Trial0003");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_THAT(messages.shown[0].text, testing::HasSubstr("Proto.v2.set already exists"));
+    commands.SaveSetup();
+    EXPECT_EQ(bytesOf(folder / "Proto.v2.set"), encodeSetup(state.settings));
+}
+
 TEST_F(SetupCommandsTest, ASetupFileNamesTheCurrentTrial) {
     state.trials.CurrentTrial = std::make_shared<const Trial>();
     dialogs.answers = {folder / "Protocol.set"};

@@ -90,6 +90,20 @@ TEST_F(ExportCommandsTest, TheOverlaysGoIntoTheirOwnTable) {
     EXPECT_THAT(m_messages.shown[0].text, testing::StartsWith("Error saving /proc/t.lma\n"));
 }
 
+TEST_F(ExportCommandsTest, ATypedNameWithAPointGetsItsExtension) {
+    std::ofstream(m_folder / "Pilot1.5.lma") << "old";
+    m_dialogs.answers = {m_folder / "Pilot1.5", m_folder / "Pilot1.5"};
+    m_messages.answers = {MessageAnswer::No};
+    m_export.mnuTab_Click();
+    EXPECT_EQ(m_state.LastTabExport, (m_folder / "Pilot1.5.tab").string());
+    EXPECT_TRUE(fs::exists(m_folder / "Pilot1.5.tab"));
+    EXPECT_FALSE(fs::exists(m_folder / "Pilot1.5"));
+    m_export.mnuLumidor_Click();
+    EXPECT_EQ(bytesOf(m_folder / "Pilot1.5.lma"), "old");
+    ASSERT_EQ(m_messages.shown.size(), 1U);
+    EXPECT_THAT(m_messages.shown[0].text, HasSubstr("Pilot1.5.lma already exists"));
+}
+
 TEST_F(ExportCommandsTest, CancelIsSilent) {
     m_export.mnuTab_Click();
     m_export.mnuLumidor_Click();

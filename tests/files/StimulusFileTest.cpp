@@ -159,6 +159,15 @@ TEST_F(StimulusFileTest, AnExportedTrialCountsAsSavedAndEntersTheAverageOnce) {
     EXPECT_EQ(m_state.trials.average.AverageCount, 1);
 }
 
+TEST_F(StimulusFileTest, ATypedNameWithAPointGetsItsExtension) {
+    collect(m_state, trialOf({{1, 2}, {3, 4}}));
+    m_dialogs.answers = {m_folder / "Pilot1.5"};
+    m_commands.mnuPulvo_Click();
+    EXPECT_EQ(m_state.paths.LastFile, (m_folder / "Pilot1.5.plv").string());
+    EXPECT_EQ(readPlvFile(m_folder / "Pilot1.5.plv").value().samples.at(1, 1), 4);
+    EXPECT_FALSE(fs::exists(m_folder / "Pilot1.5"));
+}
+
 TEST_F(StimulusFileTest, AFailedExportIsTold) {
     collect(m_state, trialOf({{1, 2}}));
     m_dialogs.answers = {fs::path("/proc/t.plv")};
