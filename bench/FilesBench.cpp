@@ -14,12 +14,15 @@
 #include <stdexcept>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 namespace tavex2::bench {
 
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* title = "Trial 0001";
 
 /// A folder for the files of one run; TMPDIR says on which disk.
 class Folder {
@@ -65,28 +68,28 @@ std::string quoted(const fs::path& path) {
     return "'" + path.string() + "'";
 }
 
-ProgramState stateWith(TrialData trial) {
+Trial trialWith(TrialData samples) {
     constexpr int rateHz = 10'000;
-    ProgramState state;
-    state.TrialName = "Trial0001";
-    state.trials.CurrentSettings.Rate = rateHz;
-    state.trials.CurrentSettings.Duration = static_cast<float>(trial->samples()) / rateHz;
-    state.trials.CurrentTrial = std::move(trial);
-    return state;
+    Trial trial;
+    trial.name = "Trial0001";
+    trial.sampling.Rate = rateHz;
+    trial.sampling.Duration = static_cast<float>(samples->samples()) / rateHz;
+    trial.samples = std::move(samples);
+    return trial;
 }
 
 /// What anyone would write: one call a number.
-void writeWithTheLibrary(const fs::path& file, const ProgramState& state, const char* time, const char* value,
+void writeWithTheLibrary(const fs::path& file, const Trial& trial, const char* time, const char* value,
                          const char* rowEnd) {
     std::FILE* to = std::fopen(file.c_str(), "wb");
     require(to != nullptr, "No file could be opened in " + file.parent_path().string());
-    const TrialArray& trial = *state.trials.CurrentTrial;
-    const auto step = static_cast<float>(1.0 / state.trials.CurrentSettings.Rate);
+    const TrialArray& samples = *trial.samples;
+    const auto step = static_cast<float>(1.0 / trial.sampling.Rate);
     float seconds = 0;
-    for (std::int64_t row = 0; row < trial.samples(); ++row) {
+    for (std::int64_t row = 0; row < samples.samples(); ++row) {
         std::fprintf(to, time, static_cast<double>(seconds));
-        for (int channel = 0; channel < trial.channels(); ++channel)
-            std::fprintf(to, value, trial.at(channel, row));
+        for (int channel = 0; channel < samples.channels(); ++channel)
+            std::fprintf(to, value, samples.at(channel, row));
         std::fputs(rowEnd, to);
         seconds += step;
     }
@@ -94,10 +97,10 @@ void writeWithTheLibrary(const fs::path& file, const ProgramState& state, const 
 }
 
 /// The seconds that numpy.savetxt itself takes, without the start of its interpreter and reading the samples.
-double secondsOfNumpy(const Folder& folder, const fs::path& trialFile, const ProgramState& state) {
+double secondsOfNumpy(const Folder& folder, const fs::path& trialFile, const Trial& trial) {
     const fs::path script = folder / "savetxt.py";
     const fs::path answer = folder / "seconds.txt";
-    const int channels = state.trials.CurrentTrial->channels();
+    const int channels = trial.samples->channels();
     std::ofstream(script) << "import sys, time, numpy\n"
                              "trial, table, answer, channels = sys.argv[1:4] + [int(sys.argv[4])]\n"
                              "blocks = numpy.fromfile(trial, '<f4', offset=4374).reshape(channels + 1, -1).T\n"
@@ -114,18 +117,18 @@ double secondsOfNumpy(const Folder& folder, const fs::path& trialFile, const Pro
 
 int run(int argc, char** argv) {
     const Folder folder;
-    ProgramState state = stateWith(madeUpTrial(ElementType::Float64, 16, 1'000'000));
+    const Trial trial = trialWith(madeUpTrial(ElementType::Float64, 16, 1'000'000));
     const fs::path saved = folder / "saved.lmb";
     const fs::path copy = folder / "copy.lmb";
     const fs::path table = folder / "table.txt";
     const fs::path ofThePeer = folder / "peer.txt";
-    valueOf(WriteLmb(saved, state, {}));
+    valueOf(WriteLmb(saved, trial, title));
 
     Comparisons comparisons;
     comparisons.add(
         "save .lmb, 16 x 1 M, cp", {.leastSpeedup = {}, .mostPeerTimes = 1.5, .mostMs = {}},
         [&] { return secondsOfWriting(copy, [&] { command("cp " + quoted(saved) + " " + quoted(copy)); }); },
-        [&] { return secondsOfWriting(copy, [&] { valueOf(WriteLmb(copy, state, {})); }); }, 3);
+        [&] { return secondsOfWriting(copy, [&] { valueOf(WriteLmb(copy, trial, title)); }); }, 3);
     comparisons.add(
         "open .lmb, 16 x 1 M, cat", {.leastSpeedup = {}, .mostPeerTimes = 2, .mostMs = {}},
         [&] { return secondsOf([&] { command("cat " + quoted(saved) + " >/dev/null"); }); },
@@ -136,20 +139,20 @@ int run(int argc, char** argv) {
         "export .tab, 16 x 1 M, fprintf", export10,
         [&] {
             return secondsOfWriting(ofThePeer,
-                                    [&] { writeWithTheLibrary(ofThePeer, state, "%.6f\t", "%.5f\t", "\r\n"); });
+                                    [&] { writeWithTheLibrary(ofThePeer, trial, "%.6f\t", "%.5f\t", "\r\n"); });
         },
-        [&] { return secondsOfWriting(table, [&] { valueOf(WriteTab(table, state)); }); }, 1);
+        [&] { return secondsOfWriting(table, [&] { valueOf(WriteTab(table, trial)); }); }, 1);
     comparisons.add(
         "export .lma, 16 x 1 M, fprintf", export10,
         [&] {
             return secondsOfWriting(ofThePeer,
-                                    [&] { writeWithTheLibrary(ofThePeer, state, "%10.4f", "%10.4f", "\r\n"); });
+                                    [&] { writeWithTheLibrary(ofThePeer, trial, "%10.4f", "%10.4f", "\r\n"); });
         },
-        [&] { return secondsOfWriting(table, [&] { valueOf(WriteLma(table, state)); }); }, 1);
+        [&] { return secondsOfWriting(table, [&] { valueOf(WriteLma(table, trial)); }); }, 1);
 
-    ProgramState shorter = stateWith(madeUpTrial(ElementType::Float64, 16, 100'000));
+    const Trial shorter = trialWith(madeUpTrial(ElementType::Float64, 16, 100'000));
     const fs::path shorterFile = folder / "shorter.lmb";
-    valueOf(WriteLmb(shorterFile, shorter, {}));
+    valueOf(WriteLmb(shorterFile, shorter, title));
     if (std::system("python3 -c 'import numpy' 2>/dev/null") == 0)
         comparisons.add(
             "export .tab, 16 x 100 k, numpy.savetxt", export10,

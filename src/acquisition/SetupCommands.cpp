@@ -1,8 +1,8 @@
 #include "acquisition/SetupCommands.h"
 
 #include "acquisition/SetupFile.h"
-#include "base/FileNames.h"
 #include "base/PathText.h"
+#include "platform/SaveName.h"
 
 namespace tavex2 {
 
@@ -94,14 +94,13 @@ void SetupCommands::LoadSetupFile(const std::filesystem::path& path) {
 }
 
 void SetupCommands::SaveSetup() {
-    const auto typed = m_dialogs.askSaveName(fileRequest("Save Tavex2 setup properties (.SET) file"));
-    if (!typed || typed->empty()) return;
-    const std::filesystem::path path = withExtension(*typed, ".set");
-    if (const auto written = writeSetupFile(path, m_state.settings); !written) {
-        m_messages.show(errorSaving(path, written.error()));
+    const auto path = askNameToSave(m_dialogs, m_messages, fileRequest("Save Tavex2 setup properties (.SET) file"));
+    if (!path || path->empty()) return;
+    if (const auto written = writeSetupFile(*path, m_state.settings); !written) {
+        m_messages.show(errorSaving(*path, written.error()));
         return;
     }
-    remember(path);
+    remember(*path);
 }
 
 } // namespace tavex2

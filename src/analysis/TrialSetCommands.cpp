@@ -17,6 +17,10 @@ bool holds(const OverlaySet& overlays, const TrialPtr& trial) {
                        [&](const TrialPtr& each) { return each->samples == trial->samples; });
 }
 
+std::string trialsText(int count) {
+    return std::to_string(count) + (count == 1 ? " trial." : " trials.");
+}
+
 } // namespace
 
 TrialSetCommands::TrialSetCommands(ProgramState& state, Messages& messages, TrialSetView view)
@@ -42,14 +46,25 @@ void TrialSetCommands::mnuOverlay_Click() {
 }
 
 void TrialSetCommands::mnuClear_Click() {
-    m_state.cleared = {.average = std::nullopt, .overlays = m_state.overlays};
+    if (m_state.overlays.OverlayCount == 0) {
+        tell("There is no overlay to clear.");
+        return;
+    }
+    m_state.cleared = {.average = std::nullopt, .averaged = {}, .overlays = m_state.overlays};
     ClearOverlays(m_state.overlays);
     if (m_state.DataPresent()) m_state.changeCurrent([](Trial& trial) { trial.AddedToOverlays = false; });
     tell("The overlay is cleared; Edit > Undo brings it back.");
 }
 
 void TrialSetCommands::mnuClearAverage_Click() {
-    m_state.cleared = {.average = m_state.trials.average, .overlays = std::nullopt};
+    if (m_state.trials.average.empty()) { // there is nothing to bring back, and what was cleared before stays there
+        tell("There is no average to clear.");
+        return;
+    }
+    const TrialPtr& current = m_state.trials.CurrentTrial;
+    m_state.cleared = {.average = m_state.trials.average,
+                       .averaged = current && current->AddedToAverage ? current->samples : nullptr,
+                       .overlays = std::nullopt};
     ClearAverage(m_state.trials.average);
     m_view.RedrawTrials();
     tell("The average is cleared; Edit > Undo brings it back.");
@@ -59,15 +74,18 @@ void TrialSetCommands::mnuUndo_Click() {
     Cleared cleared = std::exchange(m_state.cleared, {});
     if (cleared.average) {
         m_state.trials.average = std::move(*cleared.average);
+        if (m_state.DataPresent())
+            m_state.changeCurrent([averaged = cleared.averaged.lock()](Trial& trial) {
+                trial.AddedToAverage = averaged && trial.samples == averaged;
+            });
         m_view.RedrawTrials();
-        tell("The average is back, with " + std::to_string(m_state.trials.average.AverageCount) + " trials.");
+        tell("The average is back, with " + trialsText(m_state.trials.average.AverageCount));
     } else if (cleared.overlays) {
         m_state.overlays = std::move(*cleared.overlays);
         if (m_state.DataPresent())
-            m_state.changeCurrent([&](Trial& trial) {
-                trial.AddedToOverlays = holds(m_state.overlays, m_state.trials.CurrentTrial);
-            });
-        tell("The overlay is back, with " + std::to_string(m_state.overlays.OverlayCount) + " trials.");
+            m_state.changeCurrent(
+                [&](Trial& trial) { trial.AddedToOverlays = holds(m_state.overlays, m_state.trials.CurrentTrial); });
+        tell("The overlay is back, with " + trialsText(m_state.overlays.OverlayCount));
     }
 }
 

@@ -25,7 +25,8 @@ class TrialSetCommands {
     void mnuClear_Click();
     /// Empties the average.
     void mnuClearAverage_Click();
-    /// Takes back the last of the two commands above. Trials that have joined a set since then leave it.
+    /// Takes back the last of the two commands above. Trials that have joined a set since then leave it and may join
+    /// again.
     void mnuUndo_Click();
 
   private:

@@ -4,6 +4,7 @@
 #include "base/PathText.h"
 #include "files/FreeName.h"
 #include "files/TextExport.h"
+#include "platform/SaveName.h"
 
 namespace tavex2 {
 
@@ -56,7 +57,7 @@ std::optional<fs::path> ExportCommands::askName(const std::string& title, const 
     request.filterIndex = kinds.selected;
     request.folder = pathFromText(m_state.paths.DataDir);
     request.initialName = m_state.TrialName() + "." + extension;
-    const auto path = m_dialogs.askSaveName(request);
+    const auto path = askNameToSave(m_dialogs, m_messages, request);
     return path && !path->empty() ? path : std::nullopt;
 }
 
@@ -66,7 +67,7 @@ void ExportCommands::autosaveTab() {
         return;
     }
     if (!hasTrial()) return;
-    const fs::path folder = pathFromText(m_state.paths.DataDir.empty() ? "." : m_state.paths.DataDir);
+    const fs::path folder = wholePath(pathFromText(m_state.paths.DataDir.empty() ? "." : m_state.paths.DataDir));
     const TrialPtr trial = m_state.trials.CurrentTrial;
     const Result<fs::path> written = [&] {
         const FileWorkShown work(m_state, m_view, "Exporting to " + trial->name + ".tab ...");
@@ -103,12 +104,12 @@ void ExportCommands::tellFailure(const fs::path& path, const Error& error) {
 }
 
 void ExportCommands::tellExported(const fs::path& path) {
-    tell(m_state, m_view, "Exported to " + pathText(wholePath(path)));
+    tell(m_state, m_view, "Exported to " + pathText(path));
 }
 
 /// A table counts as a saved trial, and is what spreadsheets are started on.
 void ExportCommands::enterTab(const fs::path& path) {
-    m_state.LastTabExport = m_state.DataFile = pathText(wholePath(path));
+    m_state.LastTabExport = m_state.DataFile = pathText(path);
     m_state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = false; });
     tellExported(path);
 }

@@ -4,8 +4,8 @@
 #include "base/PathText.h"
 #include "files/EnterAverage.h"
 #include "files/RecentFiles.h"
+#include "platform/SaveName.h"
 
-#include <system_error>
 #include <utility>
 
 namespace tavex2 {
@@ -53,14 +53,10 @@ std::optional<fs::path> SaveCommands::askName(const std::string& title) {
     request.filter = "Lumidor2 binary file (.lmb)|*.lmb|All Files (*.*)|*.*|";
     request.folder = pathFromText(m_state.paths.DataDir);
     request.initialName = m_state.TrialName() + trialExtension;
-    return m_dialogs.askSaveName(request);
+    return askNameToSave(m_dialogs, m_messages, request);
 }
 
-bool SaveCommands::saveChosen(const fs::path& chosen) {
-    const fs::path path = withExtension(wholePath(chosen), trialExtension);
-    // The dialog asked about the name that was typed, not about this one.
-    if (path.filename() != chosen.filename() && !mayReplace(path)) return false;
-
+bool SaveCommands::saveChosen(const fs::path& path) {
     const TrialPtr trial = m_state.trials.CurrentTrial;
     Result<LmbHeader> written = [&] {
         const FileWorkShown work(m_state, m_view, "Saving " + pathText(path.filename()) + " ...");
@@ -72,13 +68,6 @@ bool SaveCommands::saveChosen(const fs::path& chosen) {
     }
     enterSaved({path, std::move(written).value()});
     return true;
-}
-
-bool SaveCommands::mayReplace(const fs::path& path) {
-    std::error_code error;
-    if (!fs::exists(path, error)) return true;
-    return m_messages.show({pathText(path) + " already exists.\nDo you want to replace it?", "Replace File",
-                            MessageIcon::Question, MessageButtons::YesNo}) == MessageAnswer::Yes;
 }
 
 bool SaveCommands::saveUnasked() {

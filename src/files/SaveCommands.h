@@ -36,8 +36,7 @@ class SaveCommands {
   private:
     bool hasTrial();
     std::optional<std::filesystem::path> askName(const std::string& title);
-    bool saveChosen(const std::filesystem::path& chosen);
-    bool mayReplace(const std::filesystem::path& path);
+    bool saveChosen(const std::filesystem::path& path);
     bool saveUnasked();
     void showFailure(const std::filesystem::path& path, const Error& error);
     std::string titleOf(const Trial& trial) const;

@@ -5,6 +5,7 @@
 #include "files/EnterAverage.h"
 #include "files/RecentFiles.h"
 #include "files/ReplaceTrial.h"
+#include "platform/SaveName.h"
 
 #include <system_error>
 #include <utility>
@@ -15,8 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The part of a path in front of the first occurrence of the trial's name, as the data folder: a trial in a folder of its own name, as
-/// Trial1/Trial1.plv, belongs beside the others. The file's own folder where that is none.
+/// The part of a path in front of the first occurrence of the trial's name, as the data folder: a trial in a folder of
+/// its own name, as Trial1/Trial1.plv, belongs beside the others. The file's own folder where that is none.
 std::string folderInFrontOf(const std::string& trialName, const fs::path& path) {
     const std::string whole = pathText(path);
     const std::string front = whole.substr(0, whole.find(trialName));
@@ -43,10 +44,10 @@ void StimulusCommands::mnuPulvo_Click() {
     request.filter = "Pulvo Files (*.plv)|*.plv|All Files (*.*)|*.*";
     request.folder = pathFromText(m_state.paths.DataDir);
     request.initialName = m_state.TrialName() + ".plv";
-    const auto path = m_dialogs.askSaveName(request);
+    const auto path = askNameToSave(m_dialogs, m_messages, request);
     if (!path || path->empty()) return;
 
-    m_state.paths.LastFile = pathText(wholePath(*path));
+    m_state.paths.LastFile = pathText(*path);
     const TrialPtr trial = m_state.trials.CurrentTrial;
     const Result<void> written = [&] {
         const FileWorkShown work(m_state, m_view, "Exporting to " + pathText(path->filename()) + " ...");
@@ -63,7 +64,7 @@ void StimulusCommands::mnuPulvo_Click() {
     rememberFile(m_state.paths, *path);
     m_state.changeCurrent([](Trial& each) { each.Unsaved = each.TrialNotSaved = each.imported = false; });
     enterAverage(m_state, m_messages, m_view);
-    tell(m_state, m_view, "Exported to " + pathText(wholePath(*path)));
+    tell(m_state, m_view, "Exported to " + pathText(*path));
 }
 
 // Import --------------------------------------------------------------------------------------------------------------

@@ -1,11 +1,13 @@
 #include "acquisition/AcqFields.h"
 #include "acquisition/StartCondition.h"
-#include "acquisition/records/TrialBuffers.h"
+#include "acquisition/records/ProgramState.h"
 #include "support/Fakes.h"
 
 #include <gmock/gmock.h>
 
 #include <limits>
+#include <memory>
+#include <string>
 #include <string_view>
 
 namespace tavex2::test {
@@ -92,54 +94,118 @@ TEST(SettingsCompatibleTest, ComparesDurationChannelsSamplesAndRateOnly) {
     }
 }
 
+/// A trial of this shape whose sample (c, i) is `base` + 100 c + i.
+Trial ramp(int channels, std::int64_t samples, double base, const std::string& name = "Trial0001") {
+    Trial trial;
+    trial.name = name;
+    trial.samples = FakeAnalogInput::block(channels, samples, base);
+    return trial;
+}
+
 TEST(AverageTest, IsTheMeanOfCompatibleTrialsAndRestartsWithAnother) {
-    TrialBuffers buffers;
-    SamplingSettings settings;
-    ASSERT_TRUE(AddTrialToAverage(buffers, FakeAnalogInput::block(2, 3, 1.0), settings));
-    ASSERT_TRUE(AddTrialToAverage(buffers, FakeAnalogInput::block(2, 3, 4.0), settings));
-    EXPECT_EQ(buffers.AverageCount, 2);
-    EXPECT_EQ(buffers.AverageSum->at(1, 2), 5.0 + 2 * 102.0);
+    TrialAverage average;
+    EXPECT_TRUE(average.empty());
+    ASSERT_TRUE(AddTrialToAverage(average, ramp(2, 3, 1.0)));
+    ASSERT_TRUE(AddTrialToAverage(average, ramp(2, 3, 4.0)));
+    EXPECT_EQ(average.AverageCount, 2);
+    EXPECT_EQ(average.AverageSum->at(1, 2), 5.0 + 2 * 102.0);
 
-    settings.Rate = 500;
-    ASSERT_TRUE(AddTrialToAverage(buffers, FakeAnalogInput::block(2, 3, 9.0), settings));
-    EXPECT_EQ(buffers.AverageCount, 1);
-    EXPECT_EQ(buffers.AverageSettings.Rate, 500);
-    EXPECT_EQ(buffers.AverageSum->at(0, 0), 9.0);
+    Trial slower = ramp(2, 3, 9.0);
+    slower.sampling.Rate = 500;
+    ASSERT_TRUE(AddTrialToAverage(average, slower));
+    EXPECT_EQ(average.AverageCount, 1);
+    EXPECT_EQ(average.AverageSettings.Rate, 500);
+    EXPECT_EQ(average.AverageSum->at(0, 0), 9.0);
 
-    ClearAverage(buffers);
-    EXPECT_EQ(buffers.AverageCount, 0);
-    EXPECT_FALSE(buffers.AverageSum);
+    ClearAverage(average);
+    EXPECT_EQ(average.AverageCount, 0);
+    EXPECT_FALSE(average.AverageSum);
+    EXPECT_TRUE(average.empty());
+}
+
+TEST(AverageTest, KnowsTheTrialThatItBeganWith) {
+    TrialAverage average;
+    EXPECT_EQ(average.first, "");
+    ASSERT_TRUE(AddTrialToAverage(average, ramp(2, 3, 1.0, "Trial0003")));
+    ASSERT_TRUE(AddTrialToAverage(average, ramp(2, 3, 1.0, "Trial0004")));
+    EXPECT_EQ(average.first, "Trial0003");
+    ASSERT_TRUE(AddTrialToAverage(average, ramp(2, 4, 1.0, "Trial0005")));
+    EXPECT_EQ(average.first, "Trial0005") << "another shape begins anew";
+    ClearAverage(average);
+    EXPECT_EQ(average.first, "");
 }
 
 TEST(AverageTest, LimitsAndTriggerMayDifferBetweenItsTrials) {
-    TrialBuffers buffers;
-    SamplingSettings settings;
-    ASSERT_TRUE(AddTrialToAverage(buffers, FakeAnalogInput::block(1, 3, 1.0), settings));
-    settings.UpperVolts = 5;
-    settings.LowerVolts = -5;
-    ASSERT_TRUE(AddTrialToAverage(buffers, FakeAnalogInput::block(1, 3, 1.0), settings));
-    EXPECT_EQ(buffers.AverageCount, 2);
-    EXPECT_EQ(buffers.AverageSum->rank(), 1);
+    TrialAverage average;
+    Trial trial = ramp(1, 3, 1.0);
+    ASSERT_TRUE(AddTrialToAverage(average, trial));
+    trial.sampling.UpperVolts = 5;
+    trial.sampling.LowerVolts = -5;
+    ASSERT_TRUE(AddTrialToAverage(average, trial));
+    EXPECT_EQ(average.AverageCount, 2);
+    EXPECT_EQ(average.AverageSum->rank(), 1);
 }
 
 TEST(AverageTest, TrialsOfAnotherShapeNeverMixWhateverTheSettingsSay) {
-    TrialBuffers buffers;
-    ASSERT_TRUE(AddTrialToAverage(buffers, FakeAnalogInput::block(2, 3, 1.0), {}));
-    ASSERT_TRUE(AddTrialToAverage(buffers, FakeAnalogInput::block(2, 4, 1.0), {}));
-    EXPECT_EQ(buffers.AverageCount, 1);
-    EXPECT_EQ(buffers.AverageSum->samples(), 4);
+    TrialAverage average;
+    ASSERT_TRUE(AddTrialToAverage(average, ramp(2, 3, 1.0)));
+    ASSERT_TRUE(AddTrialToAverage(average, ramp(2, 4, 1.0)));
+    EXPECT_EQ(average.AverageCount, 1);
+    EXPECT_EQ(average.AverageSum->samples(), 4);
 }
 
 TEST(AverageTest, ACountBeyond16BitsIsAnErrorThatChangesNothing) {
-    TrialBuffers buffers;
-    ASSERT_TRUE(AddTrialToAverage(buffers, FakeAnalogInput::block(1, 2, 1.0), {}));
-    buffers.AverageCount = std::numeric_limits<std::int16_t>::max();
-    const TrialData sum = buffers.AverageSum;
-    const Result<void> result = AddTrialToAverage(buffers, FakeAnalogInput::block(1, 2, 1.0), {});
+    TrialAverage average;
+    ASSERT_TRUE(AddTrialToAverage(average, ramp(1, 2, 1.0, "Trial0001")));
+    average.AverageCount = std::numeric_limits<std::int16_t>::max();
+    const TrialData sum = average.AverageSum;
+    const Result<void> result = AddTrialToAverage(average, ramp(1, 2, 1.0, "Trial0002"));
     ASSERT_FALSE(result);
     EXPECT_THAT(result.error().text, HasSubstr("32767"));
-    EXPECT_EQ(buffers.AverageCount, 32767);
-    EXPECT_EQ(buffers.AverageSum, sum);
+    EXPECT_EQ(average.AverageCount, 32767);
+    EXPECT_EQ(average.AverageSum, sum);
+    EXPECT_EQ(average.first, "Trial0001");
+}
+
+// The current trial ---------------------------------------------------------------------------------------------------
+
+TEST(ProgramStateTest, ChangingTheCurrentTrialMakesANewOneOverTheSameSamples) {
+    ProgramState state;
+    state.trials.CurrentTrial = std::make_shared<const Trial>(ramp(1, 2, 1.0));
+    const TrialPtr before = state.trials.CurrentTrial;
+    state.changeCurrent([](Trial& trial) { trial.name = "Arm"; });
+    EXPECT_EQ(before->name, "Trial0001") << "whoever keeps it has it as it was";
+    EXPECT_EQ(state.trials.CurrentTrial->name, "Arm");
+    EXPECT_EQ(state.trials.CurrentTrial->samples, before->samples);
+    EXPECT_FALSE(state.trials.LastTrial);
+}
+
+TEST(ProgramStateTest, ATrialThatIsCurrentAndLastChangesAsBoth) {
+    ProgramState state;
+    state.trials.CurrentTrial = state.trials.LastTrial = std::make_shared<const Trial>(ramp(1, 2, 1.0));
+    state.rename("Arm");
+    EXPECT_EQ(state.trials.LastTrial->name, "Arm");
+    EXPECT_EQ(state.trials.LastTrial, state.trials.CurrentTrial);
+
+    state.trials.CurrentTrial = std::make_shared<const Trial>(ramp(1, 2, 2.0, "Trial0002"));
+    state.rename("Leg");
+    EXPECT_EQ(state.TrialName(), "Leg");
+    EXPECT_EQ(state.trials.LastTrial->name, "Arm");
+}
+
+TEST(ProgramStateTest, ANameGivenBeforeTheFirstTrialStandsUntilThereIsOne) {
+    ProgramState state;
+    EXPECT_EQ(state.TrialName(), "");
+    state.rename("Protocol");
+    EXPECT_EQ(state.TrialName(), "Protocol");
+    EXPECT_FALSE(state.DataPresent());
+    EXPECT_FALSE(state.TrialNotSaved());
+    state.trials.CurrentTrial = std::make_shared<const Trial>(ramp(1, 2, 1.0));
+    EXPECT_EQ(state.TrialName(), "Trial0001");
+    EXPECT_TRUE(hasCurrentTrial(state));
+    state.trials.CurrentTrial = std::make_shared<const Trial>();
+    EXPECT_TRUE(state.DataPresent());
+    EXPECT_FALSE(hasCurrentTrial(state)) << "a collection in debug mode";
 }
 
 TEST(StartConditionTest, CarriesLevelSecondThresholdChannelSlopeAndPreTrigger) {

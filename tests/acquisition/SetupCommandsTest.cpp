@@ -8,29 +8,33 @@
 
 #include <fstream>
 #include <functional>
-#include <map>
+#include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace tavex2::test {
 namespace {
 
 class FakeOptionsView final : public OptionsView {
   public:
-    std::map<int, bool> checks;
     std::optional<bool> maximized;
     int dialogs = 0;
     int followed = 0;
-    int captions = 0;
+    int refreshed = 0;
     std::function<void()> whenDialogOpens;
+    std::function<void()> whileRefreshing;
 
-    void setOptionChecked(int index, bool checked) override { checks[index] = checked; }
+    void refresh() override {
+        ++refreshed;
+        if (whileRefreshing) whileRefreshing();
+    }
     void setMaximized(bool on) override { maximized = on; }
     void mnuProperties_Click() override {
         ++dialogs;
         if (whenDialogOpens) whenDialogOpens();
     }
     void followDisplaySettings() override { ++followed; }
-    void UpdateCaption() override { ++captions; }
 };
 
 class SetupCommandsTest : public testing::Test {
@@ -71,13 +75,47 @@ TEST_F(SetupCommandsTest, SavingWritesEverySettingAndNamesTheTrialAfterTheFile) 
     EXPECT_EQ(bytesOf(folder / "Protocol.set"), encodeSetup(state.settings));
     EXPECT_EQ(state.TrialName(), "Protocol");
     EXPECT_EQ(state.paths.LastSetupFile, (folder / "Protocol.set").string());
-    EXPECT_EQ(view.captions, 1);
+    EXPECT_EQ(view.refreshed, 1);
+}
+
+TEST_F(SetupCommandsTest, WithoutAnyNameSetupIsProposed) {
+    state.rename("");
+    commands.SaveSetup();
+    commands.LoadSetup();
+    ASSERT_EQ(dialogs.asked.size(), 2U);
+    EXPECT_EQ(dialogs.asked[0].initialName, "Setup.set");
+    EXPECT_EQ(dialogs.asked[1].initialName, "Setup.set");
 }
 
 TEST_F(SetupCommandsTest, ANameTypedWithoutAnExtensionGetsOne) {
-    dialogs.answers = {folder / "plain"};
+    for (const std::string typed : {"plain", "Proto.col.v2"}) {
+        dialogs.answers = {folder / typed};
+        commands.SaveSetup();
+        EXPECT_EQ(bytesOf(folder / (typed + ".set")), encodeSetup(state.settings));
+        EXPECT_FALSE(std::filesystem::exists(folder / typed));
+        EXPECT_EQ(state.TrialName(), typed);
+        EXPECT_EQ(state.paths.LastSetupFile, (folder / (typed + ".set")).string());
+    }
+}
+
+TEST_F(SetupCommandsTest, AnExtensionThatIsAddedReplacesNoFileUnasked) {
+    write("Proto.v2.set", "old");
+    dialogs.answers = {folder / "Proto.v2", folder / "Proto.v2"};
+    messages.answers = {MessageAnswer::No, MessageAnswer::Yes};
     commands.SaveSetup();
-    EXPECT_FALSE(bytesOf(folder / "plain.set").empty());
+    EXPECT_EQ(bytesOf(folder / "Proto.v2.set"), "old");
+    EXPECT_EQ(state.TrialName(), "Trial0003");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_THAT(messages.shown[0].text, testing::HasSubstr("Proto.v2.set already exists"));
+    commands.SaveSetup();
+    EXPECT_EQ(bytesOf(folder / "Proto.v2.set"), encodeSetup(state.settings));
+}
+
+TEST_F(SetupCommandsTest, ASetupFileNamesTheCurrentTrial) {
+    state.trials.CurrentTrial = std::make_shared<const Trial>();
+    dialogs.answers = {folder / "Protocol.set"};
+    commands.SaveSetup();
+    EXPECT_EQ(state.trials.CurrentTrial->name, "Protocol");
 }
 
 TEST_F(SetupCommandsTest, ACancelledOrFailedSaveChangesNothing) {
@@ -90,7 +128,7 @@ TEST_F(SetupCommandsTest, ACancelledOrFailedSaveChangesNothing) {
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Exclamation);
     EXPECT_EQ(state.TrialName(), "Trial0003");
     EXPECT_EQ(state.paths.LastSetupFile, "");
-    EXPECT_EQ(view.captions, 0);
+    EXPECT_EQ(view.refreshed, 0);
 }
 
 // Loading -------------------------------------------------------------------------------------------------------------
@@ -109,7 +147,7 @@ TEST_F(SetupCommandsTest, LoadingReplacesEverySettingAndOpensTheSetupDialog) {
     EXPECT_EQ(state.paths.LastSetupFile, (folder / "Protocol.set").string());
     EXPECT_EQ(view.dialogs, 1);
     EXPECT_EQ(view.followed, 1);
-    EXPECT_EQ(view.captions, 1);
+    EXPECT_GE(view.refreshed, 1);
     EXPECT_TRUE(messages.shown.empty());
     ASSERT_EQ(dialogs.asked.size(), 1U);
     EXPECT_EQ(dialogs.asked[0].title, "Open Tavex2 setup properties (.SET) file");
@@ -170,17 +208,19 @@ TEST_F(SetupCommandsTest, AMissingFileSaysSo) {
 
 TEST_F(SetupCommandsTest, EachToggleInvertsItsFieldAndShowsIt) {
     const auto& setup = state.settings.setup;
+    const std::vector<std::function<bool()>> fields{
+        [&] { return static_cast<bool>(setup.Autosave); }, [&] { return state.flags.DebugMode; },
+        [&] { return static_cast<bool>(setup.PauseToReset); }, [&] { return static_cast<bool>(setup.StartMaximized); },
+        [&] { return static_cast<bool>(setup.SaveOffsets); }};
     for (const bool expected : {true, false}) {
-        for (int index = 0; index < 5; ++index) {
-            commands.mnuOption_Click(index);
-            EXPECT_EQ(view.checks[index], expected) << index;
+        for (std::size_t index = 0; index < fields.size(); ++index) {
+            std::vector<bool> shown;
+            view.whileRefreshing = [&] { shown.push_back(fields[index]()); };
+            commands.mnuOption_Click(static_cast<int>(index));
+            EXPECT_EQ(fields[index](), expected) << index;
+            EXPECT_EQ(shown, std::vector{expected}) << index;
         }
-        EXPECT_EQ(setup.Autosave, Bool16(expected));
-        EXPECT_EQ(state.flags.DebugMode, expected);
-        EXPECT_EQ(setup.PauseToReset, Bool16(expected));
-        EXPECT_EQ(setup.StartMaximized, Bool16(expected));
         EXPECT_EQ(view.maximized, expected) << "at once";
-        EXPECT_EQ(setup.SaveOffsets, Bool16(expected));
     }
 }
 
@@ -197,14 +237,25 @@ TEST_F(SetupCommandsTest, AfterTheDialogTheMarksAreOneOffUntilTheNextToggle) {
     setup.SaveOffsets = true;
     setup.PauseToReset = false;
     setup.StartMaximized = true;
-    commands.showOptionsAfterSetup();
-    EXPECT_EQ(view.checks, (std::map<int, bool>{{0, true}, {2, true}, {3, false}}));
+    EXPECT_EQ(state.flags.resetMark, std::nullopt) << "the item shows its own setting";
+    EXPECT_EQ(state.flags.maximizedMark, std::nullopt);
+    commands.afterSetup();
+    EXPECT_EQ(state.flags.resetMark, true) << "SaveOffsets";
+    EXPECT_EQ(state.flags.maximizedMark, false) << "PauseToReset";
+    EXPECT_EQ(view.refreshed, 1);
+
+    for (const int other : {0, 1, 4}) {
+        commands.mnuOption_Click(other);
+        EXPECT_EQ(state.flags.resetMark, true) << other;
+        EXPECT_EQ(state.flags.maximizedMark, false) << other;
+    }
     commands.mnuOption_Click(2);
     EXPECT_TRUE(setup.PauseToReset);
-    EXPECT_TRUE(view.checks[2]);
+    EXPECT_EQ(state.flags.resetMark, std::nullopt);
+    EXPECT_EQ(state.flags.maximizedMark, false) << "until its own item is chosen";
     commands.mnuOption_Click(3);
     EXPECT_FALSE(setup.StartMaximized);
-    EXPECT_FALSE(view.checks[3]);
+    EXPECT_EQ(state.flags.maximizedMark, std::nullopt);
 }
 
 } // namespace

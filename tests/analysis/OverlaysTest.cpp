@@ -1,10 +1,10 @@
 #include "analysis/Overlays.h"
 
-#include "analysis/TrialSetCommands.h"
-#include "support/Fakes.h"
 #include "support/Trials.h"
 
 #include <gmock/gmock.h>
+
+#include <utility>
 
 namespace tavex2::test {
 namespace {
@@ -12,19 +12,10 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-SamplingSettings settingsOf(const TrialData& trial) {
-    SamplingSettings settings;
-    settings.Rate = 1000;
-    settings.Duration = 1;
-    settings.NumChannels = static_cast<std::int16_t>(trial->channels());
-    settings.NumSamples = static_cast<std::int32_t>(trial->samples());
-    return settings;
-}
-
 class OverlaysTest : public testing::Test {
   protected:
-    Result<void> add(const TrialData& trial, const std::string& name = "T") {
-        return AddOverlay(overlays, name, settingsOf(trial), trial);
+    Result<void> add(TrialData samples, const std::string& name = "T") {
+        return AddOverlay(overlays, collectedTrial({}, std::move(samples), 1000, name));
     }
     OverlaySet overlays;
 };
@@ -36,23 +27,25 @@ TEST_F(OverlaysTest, HoldsSixteenAndRefusesTheNext) {
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.error().text, "Maximum 16 overlays!");
     EXPECT_EQ(overlays.OverlayCount, 16);
-    EXPECT_EQ(overlays.OverlayNames[15], "T15");
+    EXPECT_EQ(overlays.OverlayData[15]->name, "T15");
 }
 
 TEST_F(OverlaysTest, RefusesATrialThatWasTakenOtherwise) {
-    const TrialData trial = trialOf({{1, 2}, {3, 4}});
-    ASSERT_TRUE(add(trial));
-    SamplingSettings other = settingsOf(trial);
-    other.Channels.assign("5,7");
-    other.UpperVolts = 1;
-    EXPECT_TRUE(AddOverlay(overlays, "T", other, trial)) << "channel list and limits may differ";
-    other.Rate = 999;
-    const auto refused = AddOverlay(overlays, "T", other, trial);
+    const TrialPtr trial = collectedTrial({}, trialOf({{1, 2}, {3, 4}}));
+    ASSERT_TRUE(AddOverlay(overlays, trial));
+    const TrialPtr other = changed(trial, [](Trial& each) {
+        each.sampling.Channels.assign("5,7");
+        each.sampling.UpperVolts = 1;
+    });
+    EXPECT_TRUE(AddOverlay(overlays, other)) << "channel list and limits may differ";
+    const TrialPtr slower = changed(trial, [](Trial& each) { each.sampling.Rate = 999; });
+    const auto refused = AddOverlay(overlays, slower);
+    ASSERT_FALSE(refused);
     EXPECT_EQ(refused.error().text, "Can't overlay because properties are not the same.");
     EXPECT_EQ(overlays.OverlayCount, 2);
     EXPECT_EQ(overlays.OverlaySettings.Rate, 1000);
     ClearOverlays(overlays);
-    EXPECT_TRUE(AddOverlay(overlays, "T", other, trial)) << "a new set has a new reference";
+    EXPECT_TRUE(AddOverlay(overlays, slower)) << "a new set has a new reference";
     EXPECT_EQ(overlays.OverlaySettings.Rate, 999);
 }
 
@@ -89,36 +82,6 @@ TEST_F(OverlaysTest, NothingIsPlottedOfAnEmptySetOrAMissingChannel) {
     ASSERT_TRUE(add(trialOf({{1, 2}})));
     EXPECT_FALSE(BuildPlotData(overlays, 1, false, false));
     EXPECT_FALSE(BuildPlotData(overlays, -1, false, false));
-}
-
-TEST(TrialSetCommandsTest, TheMarkFollowsSuccessRefusalAndClearing) {
-    ProgramState state;
-    FakeMessages messages;
-    int updates = 0;
-    TrialSetCommands commands(state, messages, [&updates] { ++updates; });
-    commands.mnuOverlay_Click();
-    EXPECT_EQ(state.overlays.OverlayCount, 0) << "no trial, no overlay";
-
-    state.rename("First");
-    state.trials.CurrentTrial = trialOf({{1, 2}, {3, 4}});
-    state.trials.CurrentTrial->sampling = settingsOf(state.trials.CurrentTrial);
-    commands.mnuOverlay_Click();
-    EXPECT_TRUE(state.trials.CurrentTrial->AddedToOverlays);
-    EXPECT_EQ(state.overlays.OverlayNames[0], "First");
-
-    state.trials.CurrentTrial->sampling.Rate = 5;
-    commands.mnuOverlay_Click();
-    EXPECT_FALSE(state.trials.CurrentTrial->AddedToOverlays);
-    ASSERT_EQ(messages.shown.size(), 1U);
-    EXPECT_EQ(messages.shown[0].text, "Can't overlay because properties are not the same.");
-    EXPECT_EQ(messages.shown[0].title, "Error");
-    EXPECT_EQ(messages.shown[0].buttons, MessageButtons::Ok);
-
-    state.changeCurrent([](Trial& trial) { trial.AddedToOverlays = true; });
-    commands.mnuClear_Click();
-    EXPECT_FALSE(state.trials.CurrentTrial->AddedToOverlays);
-    EXPECT_EQ(state.overlays.OverlayCount, 0);
-    EXPECT_EQ(updates, 3);
 }
 
 } // namespace

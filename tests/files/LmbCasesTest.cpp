@@ -31,8 +31,9 @@ void setTexts(std::array<FixedText<N>, lmbSlots>& slots, const Json& texts) {
         slots[std::stoul(slot)].assign(windows1252FromUtf8(text));
 }
 
-/// The program's state as a case's description has it.
-void prepare(ProgramState& state, const Json& trial, const fs::path& folder) {
+/// The trial that a case's description has.
+TrialPtr trialOfCase(const Json& trial, const fs::path& folder) {
+    ProgramState state;
     if (trial.contains("loaded")) {
         LmbFile loaded = readLmbFile(folder / trial["loaded"].get<std::string>()).value();
         state.header = loaded.header;
@@ -40,30 +41,32 @@ void prepare(ProgramState& state, const Json& trial, const fs::path& folder) {
         state.infoB = loaded.infoB;
         state.comments = loaded.comments;
     }
-    const auto type = trial["element"] == "float32" ? ElementType::Float32 : ElementType::Float64;
-    collect(state, trialOf(trial["volts"].get<std::vector<std::vector<double>>>(), type, trial["rank"].get<int>()));
-    state.trials.CurrentTrial->sampling.Rate = trial["Rate"];
-    state.trials.CurrentTrial->sampling.Duration = trial["Duration"];
     state.settings.setup.TrialNumber = trial["TrialNumber"];
     setTexts(state.header.Labels, trial.value("Labels", Json::object()));
     setTexts(state.header.Units, trial.value("Units", Json::object()));
     const auto comments = trial.value("TrialComments", std::vector<std::string>());
     for (std::size_t i = 0; i < comments.size(); ++i)
         state.comments.at(i).assign(windows1252FromUtf8(comments[i]));
+
+    const auto type = trial["element"] == "float32" ? ElementType::Float32 : ElementType::Float64;
+    const auto collected = collectedTrial(
+        state, trialOf(trial["volts"].get<std::vector<std::vector<double>>>(), type, trial["rank"].get<int>()));
+    collected->sampling.Rate = trial["Rate"];
+    collected->sampling.Duration = trial["Duration"];
+    return collected;
 }
 
 class LmbCasesTest : public testing::TestWithParam<std::string> {};
 
 TEST_P(LmbCasesTest, IsWrittenByteForByte) {
     const fs::path folder = fs::path(TAVEX2_FILE_CASES) / GetParam();
-    const Json trial = Json::parse(bytesOf(folder / "trial.json"));
-    ProgramState state;
-    prepare(state, trial, folder);
-    const auto time = trial["time"].get<std::array<int, 6>>();
+    const Json described = Json::parse(bytesOf(folder / "trial.json"));
+    const TrialPtr trial = trialOfCase(described, folder);
+    const auto time = described["time"].get<std::array<int, 6>>();
+    const LocalTime now{time[0], time[1], time[2], time[3], time[4], time[5]};
 
     const TemporaryFolder out;
-    const auto written =
-        WriteLmb(out / "out.lmb", state, LocalTime{time[0], time[1], time[2], time[3], time[4], time[5]});
+    const auto written = WriteLmb(out / "out.lmb", *trial, lmbTitle(trial->number, now));
     ASSERT_TRUE(written) << written.error().text;
 
     const std::string actual = bytesOf(out / "out.lmb");

@@ -18,7 +18,7 @@ using testing::IsEmpty;
 class OpenCommandsTest : public testing::Test {
   protected:
     OpenCommandsTest() {
-        m_state.TrialName = "Trial0007";
+        m_state.rename("Trial0007");
         m_state.paths.DataDir = m_folder.path().string();
         m_state.settings.sampling.Repeat = 4;
         m_state.settings.sampling.Channels.assign("5,7");
@@ -46,9 +46,9 @@ class OpenCommandsTest : public testing::Test {
         EXPECT_EQ(m_state.settings, before.settings);
         EXPECT_EQ(m_state.header, before.header);
         EXPECT_EQ(m_state.comments, before.comments);
-        EXPECT_EQ(m_state.TrialName, before.TrialName);
+        EXPECT_EQ(m_state.TrialName(), before.TrialName());
         EXPECT_EQ(m_state.paths.LastFile, before.paths.LastFile);
-        EXPECT_EQ(m_state.DataPresent(), before.flags.DataPresent);
+        EXPECT_EQ(m_state.DataPresent(), before.DataPresent());
     }
 
     TemporaryFolder m_folder;
@@ -56,6 +56,7 @@ class OpenCommandsTest : public testing::Test {
     FakeDialogs m_dialogs;
     FakeMessages m_messages;
     FakeFileView m_view;
+    std::vector<std::string> m_works; ///< the work on a file that each refresh showed
     int m_saves = 0;
     bool m_saveWorks = true;
     OpenCommands m_open{m_state, m_dialogs, m_messages, m_view, [this] {
@@ -75,17 +76,24 @@ TEST_F(OpenCommandsTest, AsksForATrialFileWithItsFilters) {
 }
 
 TEST_F(OpenCommandsTest, AnOpenedTrialIsTheCurrentOneAndCountsAsSaved) {
-    m_state.changeCurrent([](Trial& trial) { trial.AddedToAverage = true; });
-    m_state.changeCurrent([](Trial& trial) { trial.AddedToOverlays = true; });
+    collect(m_state, trialOf({{1, 2, 3}}));
+    m_state.changeCurrent([](Trial& trial) {
+        trial.TrialNotSaved = false;
+        trial.AddedToAverage = trial.AddedToOverlays = true;
+    });
+    m_view.whileRefreshing = [this] { m_works.push_back(m_state.fileWork); };
     m_dialogs.answers = {copyOf("three_channels_labels_comments", "Arm.lmb")};
     m_open.mnuOpenLumidor2_Click();
 
     ASSERT_TRUE(hasCurrentTrial(m_state));
     EXPECT_EQ(m_state.trials.CurrentTrial->samples->channels(), 3);
-    EXPECT_EQ(m_state.trials.CurrentTrial->elementType(), ElementType::Float32);
+    EXPECT_EQ(m_state.trials.CurrentTrial->samples->elementType(), ElementType::Float32);
     EXPECT_EQ(m_state.trials.CurrentTrial->samples->at(2, 1), 6.0);
     EXPECT_EQ(m_state.header.Labels[3].trimmed(), "Channel 02");
     EXPECT_EQ(m_state.comments[2].trimmed(), std::string(61, 'x'));
+    EXPECT_EQ(m_state.trials.CurrentTrial->header, m_state.header);
+    EXPECT_EQ(m_state.trials.CurrentTrial->comments, m_state.comments);
+    EXPECT_EQ(m_state.trials.CurrentTrial->record.source, (m_folder / "Arm.lmb").string());
     EXPECT_EQ(m_state.settings.sampling.NumChannels, 3);
     EXPECT_EQ(m_state.settings.sampling.NumSamples, 2);
     EXPECT_EQ(m_state.settings.sampling.Rate, 3);
@@ -93,7 +101,7 @@ TEST_F(OpenCommandsTest, AnOpenedTrialIsTheCurrentOneAndCountsAsSaved) {
     EXPECT_EQ(m_state.settings.sampling.Channels.trimmed(), "5,7") << "the list is the board's";
     EXPECT_EQ(m_state.trials.CurrentTrial->sampling.Channels.trimmed(), "0:2");
     EXPECT_EQ(m_state.trials.CurrentTrial->sampling.Rate, 3);
-    EXPECT_EQ(m_state.TrialName, "Arm");
+    EXPECT_EQ(m_state.TrialName(), "Arm");
     EXPECT_EQ(m_state.trials.CurrentTrial->savedName, "Arm.lmb");
     EXPECT_EQ(m_state.paths.LastFile, (m_folder / "Arm.lmb").string());
     EXPECT_EQ(m_state.paths.DataDir, m_folder.path().string());
@@ -106,8 +114,9 @@ TEST_F(OpenCommandsTest, AnOpenedTrialIsTheCurrentOneAndCountsAsSaved) {
     ASSERT_EQ(m_messages.shown.size(), 1U);
     EXPECT_EQ(m_messages.shown[0].text, "File read successfully.  # channels = 3,  samples/channel = 2");
     EXPECT_EQ(m_messages.shown[0].icon, MessageIcon::None);
-    EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pending", "pending", "pending", "pointer", "redraw", "menus",
-                                        "caption", "status Opened file: Arm.lmb"));
+    EXPECT_THAT(m_view.log, ElementsAre("refresh", "pending", "pending", "pending", "refresh", "redraw", "refresh"));
+    EXPECT_THAT(m_works, ElementsAre("Opening Arm.lmb ...", "", ""));
+    EXPECT_EQ(m_state.notice, "Opened file: Arm.lmb");
 }
 
 TEST_F(OpenCommandsTest, CarriesTheSiblingsRecordsByteForByte) {
@@ -115,6 +124,15 @@ TEST_F(OpenCommandsTest, CarriesTheSiblingsRecordsByteForByte) {
     const std::string bytes = bytesOf(knownCase("opened_and_saved", "loaded.lmb"));
     EXPECT_EQ(std::string(m_state.infoA.data(), m_state.infoA.size()), bytes.substr(3582, 224));
     EXPECT_EQ(std::string(m_state.infoB.data(), m_state.infoB.size()), bytes.substr(3806, 324));
+    EXPECT_EQ(m_state.trials.CurrentTrial->infoA, m_state.infoA);
+    EXPECT_EQ(m_state.trials.CurrentTrial->infoB, m_state.infoB);
+}
+
+TEST_F(OpenCommandsTest, OneOfSeveralFilesIsOpenedWithoutABox) {
+    m_open.openLmb(copyOf("two_channels", "first.lmb"), false);
+    EXPECT_THAT(m_messages.shown, IsEmpty());
+    EXPECT_EQ(m_state.TrialName(), "first");
+    EXPECT_EQ(m_state.notice, "Opened file: first.lmb");
 }
 
 TEST_F(OpenCommandsTest, RoundsTheRateHalvesToEven) {
@@ -132,7 +150,7 @@ TEST_F(OpenCommandsTest, AFileWithoutIdentificationIsToldAndReadAllTheSame) {
     EXPECT_THAT(titles(), ElementsAre("File Type Error", "Tavex2"));
     EXPECT_EQ(m_messages.shown[0].text, "File format was not a Lumidor2 binary file (.LMB) or file is corrupt.");
     EXPECT_EQ(m_messages.shown[0].icon, MessageIcon::Exclamation);
-    EXPECT_EQ(m_state.TrialName, "bare");
+    EXPECT_EQ(m_state.TrialName(), "bare");
     EXPECT_TRUE(hasCurrentTrial(m_state));
 }
 
@@ -159,7 +177,7 @@ TEST_F(OpenCommandsTest, WhatCannotBeReadIsToldAndChangesNothing) {
         expectUntouched(before);
         m_messages.shown.clear();
     }
-    EXPECT_THAT(m_view.status, HasSubstr("missing.lmb")) << "the status bar gives the reason";
+    EXPECT_THAT(m_state.notice, HasSubstr("missing.lmb")) << "the status bar gives the reason";
 }
 
 TEST_F(OpenCommandsTest, AnUnsavedTrialIsAskedAboutFirst) {
@@ -180,7 +198,7 @@ TEST_F(OpenCommandsTest, AnUnsavedTrialIsAskedAboutFirst) {
     m_messages.answers = {MessageAnswer::No};
     m_open.openLmb(file);
     EXPECT_EQ(m_saves, 1);
-    EXPECT_EQ(m_state.TrialName, "next");
+    EXPECT_EQ(m_state.TrialName(), "next");
 
     m_open.openLmb(file); // saved: nothing is asked
     EXPECT_EQ(m_messages.shown.back().title, "Tavex2");
@@ -191,7 +209,7 @@ TEST_F(OpenCommandsTest, CancellingLeavesEverythingAsItWas) {
     m_view.goesOn = false;
     m_open.openLmb(copyOf("three_channels_labels_comments", "long.lmb"));
     EXPECT_THAT(m_messages.shown, IsEmpty());
-    EXPECT_THAT(m_view.status, HasSubstr("cancelled"));
+    EXPECT_THAT(m_state.notice, HasSubstr("cancelled"));
     expectUntouched(before);
 }
 

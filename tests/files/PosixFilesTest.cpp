@@ -2,7 +2,9 @@
 #include "files/FileIO.h"
 #include "files/FreeName.h"
 #include "files/Import.h"
+#include "files/SaveCommands.h"
 #include "files/WriteLimit.h"
+#include "support/Fakes.h"
 #include "support/Trials.h"
 
 #include <cerrno>
@@ -192,15 +194,24 @@ TEST_F(AtomicFileTest, AFailedSaveOfATrialLeavesTheOldFile) {
     ASSERT_TRUE(save(m_path, "old"));
     ProgramState state;
     collect(state, trialOf({std::vector<double>(400000, 1.0)}));
+    FakeDialogs dialogs;
+    FakeMessages messages;
+    FakeFileView view;
+    SaveCommands commands(state, dialogs, messages, view);
+    dialogs.answers = {m_path};
     {
         const WriteLimit limit(1000000);
-        const auto written = WriteLmb(m_path, state, {2024, 3, 5, 14, 7, 9});
+        const auto written = WriteLmb(m_path, *state.trials.CurrentTrial, "title");
         ASSERT_FALSE(written);
         EXPECT_EQ(written.error().kind, ErrorKind::WriteFailed);
+        EXPECT_FALSE(commands.mnuSave_Click());
     }
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_THAT(messages.shown[0].text, HasSubstr("a.lmb"));
     EXPECT_EQ(bytesOf(m_path), "old");
     EXPECT_THAT(namesIn(m_folder.path()), ElementsAre("a.lmb")) << "nothing is left lying about";
     EXPECT_TRUE(state.Unsaved());
+    EXPECT_TRUE(state.TrialNotSaved());
 }
 
 TEST(FreeNameTest, CountsDanglingLinksAsTaken) {

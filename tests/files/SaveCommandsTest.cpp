@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include <limits>
+#include <tuple>
 
 namespace tavex2::test {
 namespace {
@@ -22,18 +23,21 @@ const LocalTime someTime{2024, 3, 5, 14, 7, 9};
 class SaveCommandsTest : public testing::Test {
   protected:
     SaveCommandsTest() {
-        m_state.TrialName = "Trial0001";
         m_state.paths.DataDir = (m_folder / "data").string();
         m_state.paths.LastFile = "/before.lmb";
         fs::create_directory(m_folder / "data");
         collect(m_state, trialOf({{1, 2, 3}, {4, 5, 6}}));
+        m_view.whileRefreshing = [this] {
+            m_works.push_back(m_state.fileWork);
+            m_notices.push_back(m_state.notice);
+        };
     }
 
     void answer(const fs::path& path) { m_dialogs.answers.emplace_back(path); }
 
     /// The state of a trial that is as unsaved as it was.
     void expectUntouched() {
-        EXPECT_EQ(m_state.TrialName, "Trial0001");
+        EXPECT_EQ(m_state.TrialName(), "Trial0001");
         EXPECT_EQ(m_state.trials.CurrentTrial->savedName, "");
         EXPECT_EQ(m_state.paths.LastFile, "/before.lmb");
         EXPECT_EQ(m_state.paths.DataDir, (m_folder / "data").string());
@@ -48,6 +52,8 @@ class SaveCommandsTest : public testing::Test {
     FakeDialogs m_dialogs;
     FakeMessages m_messages;
     FakeFileView m_view;
+    std::vector<std::string> m_works;   ///< the work on a file that each refresh showed
+    std::vector<std::string> m_notices; ///< what each refresh told
     SaveCommands m_commands{m_state, m_dialogs, m_messages, m_view, [] { return someTime; }};
 };
 
@@ -84,12 +90,13 @@ TEST_F(SaveCommandsTest, CancelEndsBothSilently) {
 
 TEST_F(SaveCommandsTest, SavingTakesTheNameAndFolderOfTheFile) {
     for (const bool as : {false, true}) {
-        m_state.Unsaved() = m_state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
+        m_state.changeCurrent([](Trial& trial) { trial.Unsaved = trial.TrialNotSaved = true; });
         const fs::path path = m_folder / (as ? "Second.lmb" : "First.lmb");
         answer(path);
         EXPECT_TRUE(as ? m_commands.mnuSaveAs_Click() : m_commands.mnuSave_Click());
-        EXPECT_EQ(m_state.TrialName, as ? "Second" : "First");
+        EXPECT_EQ(m_state.TrialName(), as ? "Second" : "First");
         EXPECT_EQ(m_state.trials.CurrentTrial->savedName, as ? "Second.lmb" : "First.lmb");
+        EXPECT_EQ(m_state.trials.CurrentTrial->file, path.string());
         EXPECT_EQ(m_state.paths.LastFile, path.string());
         EXPECT_EQ(m_state.paths.DataDir, m_folder.path().string());
         EXPECT_FALSE(m_state.Unsaved());
@@ -103,31 +110,39 @@ TEST_F(SaveCommandsTest, SavingTakesTheNameAndFolderOfTheFile) {
 TEST_F(SaveCommandsTest, TheWindowIsBusyWhileWritingAndUpToDateAfterwards) {
     answer(m_folder / "a.lmb");
     ASSERT_TRUE(m_commands.mnuSave_Click());
-    EXPECT_THAT(m_view.log,
-                ElementsAre("hourglass", "pending", "pending", "pending", "pointer", "redraw", "menus", "caption"));
+    EXPECT_THAT(m_view.log, ElementsAre("refresh", "pending", "pending", "pending", "refresh", "redraw", "refresh"));
+    EXPECT_THAT(m_works, ElementsAre("Saving a.lmb ...", "", ""));
+    EXPECT_THAT(m_notices, ElementsAre("", "", "Saved as " + (m_folder / "a.lmb").string()));
 }
 
 TEST_F(SaveCommandsTest, ANameWithoutExtensionGetsOne) {
     answer(m_folder / "plain");
     ASSERT_TRUE(m_commands.mnuSave_Click());
     EXPECT_TRUE(fs::exists(m_folder / "plain.lmb"));
-    EXPECT_EQ(m_state.TrialName, "plain");
+    EXPECT_EQ(m_state.TrialName(), "plain");
     EXPECT_EQ(m_state.paths.LastFile, (m_folder / "plain.lmb").string());
 
     answer(m_folder / "dot.");
     ASSERT_TRUE(m_commands.mnuSave_Click());
-    EXPECT_EQ(m_state.TrialName, "dot");
+    EXPECT_EQ(m_state.TrialName(), "dot");
     EXPECT_TRUE(fs::exists(m_folder / "dot.lmb"));
 }
 
-TEST_F(SaveCommandsTest, TheTrialIsNamedWithoutAnyExtension) {
-    for (const auto& [file, name] : {std::pair{"A.LMB", "A"}, {"b.dat", "b"}, {"c.trial", "c"}, {"d.x.lmb", "d.x"}}) {
-        answer(m_folder / file);
+TEST_F(SaveCommandsTest, TheTrialIsNamedAsItsFileWithoutTheExtension) {
+    for (const auto& [typed, file, name] : {std::tuple{"A.LMB", "A.LMB", "A"},
+                                            {"b.tab", "b.tab", "b"},
+                                            {"d.x.lmb", "d.x.lmb", "d.x"},
+                                            {"Pilot1.5", "Pilot1.5.lmb", "Pilot1.5"},
+                                            {"c.dat", "c.dat.lmb", "c.dat"}}) {
+        answer(m_folder / typed);
         ASSERT_TRUE(m_commands.mnuSave_Click());
-        EXPECT_TRUE(fs::exists(m_folder / file));
-        EXPECT_EQ(m_state.TrialName, name);
+        EXPECT_TRUE(readLmbFile(m_folder / file)) << file;
+        EXPECT_EQ(m_state.TrialName(), name);
         EXPECT_EQ(m_state.trials.CurrentTrial->savedName, std::string(name) + ".lmb");
+        EXPECT_EQ(m_state.paths.LastFile, (m_folder / file).string());
     }
+    EXPECT_FALSE(fs::exists(m_folder / "Pilot1.5"));
+    EXPECT_FALSE(fs::exists(m_folder / "Pilot1.lmb"));
 }
 
 TEST_F(SaveCommandsTest, AnExtensionThatIsAddedReplacesNoFileUnasked) {
@@ -161,7 +176,7 @@ TEST_F(SaveCommandsTest, SaveWithoutAPathHandsOverToSaveAs) {
     EXPECT_TRUE(m_commands.mnuSave_Click());
     ASSERT_EQ(m_dialogs.asked.size(), 2U);
     EXPECT_EQ(m_dialogs.asked[1].title, "Save as Lumidor2 binary data file");
-    EXPECT_EQ(m_state.TrialName, "a");
+    EXPECT_EQ(m_state.TrialName(), "a");
 
     answer("");
     EXPECT_FALSE(m_commands.mnuSaveAs_Click());
@@ -181,14 +196,17 @@ TEST_F(SaveCommandsTest, AFailureIsToldWithItsReasonAndChangesNothing) {
         EXPECT_EQ(message.title, "Error");
         EXPECT_EQ(message.icon, MessageIcon::Exclamation);
         EXPECT_EQ(message.buttons, MessageButtons::Ok);
-        EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pointer"));
+        EXPECT_THAT(m_view.log, ElementsAre("refresh", "refresh"));
+        EXPECT_THAT(m_works, ElementsAre("Saving a.lmb ...", ""));
+        EXPECT_THAT(m_notices, testing::Each(""));
         m_messages.shown.clear();
         m_view.log.clear();
+        m_works.clear();
     }
 }
 
 TEST_F(SaveCommandsTest, WithoutATrialNothingHappens) {
-    m_state.trials.CurrentTrial.reset(); // what a collection without hardware leaves
+    m_state.changeCurrent([](Trial& trial) { trial.samples.reset(); }); // what a collection without hardware leaves
     for (const bool unasked : {false, true}) {
         m_state.autosaveWithoutAsking = unasked;
         EXPECT_FALSE(m_commands.mnuSave_Click());
@@ -197,8 +215,80 @@ TEST_F(SaveCommandsTest, WithoutATrialNothingHappens) {
     }
     EXPECT_THAT(m_dialogs.asked, IsEmpty());
     EXPECT_THAT(m_messages.shown, IsEmpty());
-    EXPECT_THAT(m_view.log, testing::AllOf(testing::SizeIs(6), testing::Each("status There is no trial to save.")));
+    EXPECT_THAT(m_view.log, testing::AllOf(testing::SizeIs(6), testing::Each("refresh")));
+    EXPECT_THAT(m_notices, testing::Each("There is no trial to save."));
     expectUntouched();
+
+    m_state.trials.CurrentTrial.reset(); // before the first collection
+    EXPECT_FALSE(m_commands.mnuSave_Click());
+    EXPECT_FALSE(m_commands.autosave());
+    EXPECT_THAT(m_dialogs.asked, IsEmpty());
+    EXPECT_THAT(m_notices, testing::AllOf(testing::SizeIs(8), testing::Each("There is no trial to save.")));
+}
+
+TEST_F(SaveCommandsTest, TheHeaderThatWasWrittenIsTheTrialsAndThatOfTheNextOnes) {
+    m_state.header.Labels[2].assign("Force");
+    collect(m_state, trialOf({{1, 2, 3}, {4, 5, 6}}));
+    answer(m_folder / "a.lmb");
+    ASSERT_TRUE(m_commands.mnuSave_Click());
+    EXPECT_EQ(m_state.header, readLmbFile(m_folder / "a.lmb").value().header);
+    EXPECT_EQ(m_state.trials.CurrentTrial->header, m_state.header);
+    EXPECT_EQ(m_state.header.Labels[0].trimmed(), "Time");
+    EXPECT_EQ(m_state.header.Labels[1].trimmed(), "Channel 00");
+    EXPECT_EQ(m_state.header.Labels[2].trimmed(), "Force");
+    EXPECT_TRUE(m_state.header.Labels[3].neverSet());
+}
+
+TEST_F(SaveCommandsTest, ATrialThatIsAlsoTheLastOneIsSavedAsBoth) {
+    m_state.trials.LastTrial = m_state.trials.CurrentTrial; // as after a collection that was stopped before its trial
+    answer(m_folder / "a.lmb");
+    ASSERT_TRUE(m_commands.mnuSave_Click());
+    EXPECT_EQ(m_state.trials.LastTrial, m_state.trials.CurrentTrial);
+    EXPECT_EQ(m_state.trials.LastTrial->name, "a");
+    EXPECT_FALSE(m_state.trials.LastTrial->TrialNotSaved);
+    EXPECT_TRUE(m_state.trials.LastTrial->AddedToAverage);
+}
+
+TEST_F(SaveCommandsTest, AnotherLastTrialStaysAsUnsavedAsItWas) {
+    m_state.trials.LastTrial = m_state.trials.CurrentTrial;
+    collect(m_state, trialOf({{3, 2, 1}, {6, 5, 4}}), 1000, "Trial0002");
+    answer(m_folder / "Trial0002.lmb");
+    ASSERT_TRUE(m_commands.mnuSave_Click());
+    EXPECT_EQ(m_state.trials.LastTrial->name, "Trial0001");
+    EXPECT_TRUE(m_state.trials.LastTrial->TrialNotSaved);
+    EXPECT_FALSE(m_state.trials.LastTrial->AddedToAverage);
+    EXPECT_EQ(m_state.trials.LastTrial->samples->at(0, 0), 1.0);
+}
+
+TEST_F(SaveCommandsTest, ATrialIsSavedAsItWasTakenWhateverIsSetForTheNextOne) {
+    m_state.settings.setup.TrialNumber = 7;
+    m_state.header.Labels[1].assign("Force");
+    m_state.header.Units[1].assign("N");
+    m_state.comments[0].assign("left leg");
+    collect(m_state, trialOf({{1, 2, 3}, {4, 5, 6}}), 500, "Trial0007");
+
+    m_state.settings.setup.TrialNumber = 8;
+    m_state.settings.setup.FilePrefix = "Subject";
+    m_state.settings.sampling.Rate = 20000;
+    m_state.settings.sampling.Duration = 60.0F;
+    m_state.header.Labels[1].assign("Torque");
+    m_state.header.Units[1].assign("Nm");
+    m_state.comments[0].assign("right leg");
+    m_state.autosaveWithoutAsking = true;
+    ASSERT_TRUE(m_commands.autosave());
+
+    const auto read = readLmbFile(m_folder / "data" / "Trial0007.lmb");
+    ASSERT_TRUE(read) << read.error().text;
+    const LmbFile& file = read.value();
+    EXPECT_EQ(file.header.Title.trimmed(), "Tavex2 analog data file.  Trial 0007  2024-03-05 14.07.09");
+    EXPECT_EQ(file.header.Rate, 500.0);
+    EXPECT_EQ(file.header.Duration, static_cast<double>(2.0F / 500.0F));
+    EXPECT_EQ(file.header.Labels[1].trimmed(), "Force");
+    EXPECT_EQ(file.header.Units[1].trimmed(), "N");
+    EXPECT_EQ(file.comments[0].trimmed(), "left leg");
+    EXPECT_EQ(m_state.TrialName(), "Trial0007");
+    EXPECT_EQ(m_state.trials.CurrentTrial->number, 7);
+    EXPECT_EQ(m_state.comments[0].trimmed(), "right leg") << "the next trial's";
 }
 
 TEST_F(SaveCommandsTest, ATrialEntersTheAverageOnceHoweverOftenItIsSaved) {
@@ -263,10 +353,12 @@ TEST_F(SaveCommandsTest, UnaskedAutosaveTakesTheTrialsNameInTheDataDirectory) {
     EXPECT_TRUE(fs::exists(path));
     EXPECT_EQ(m_state.paths.LastFile, path.string());
     EXPECT_EQ(m_state.paths.DataDir, (m_folder / "data").string());
-    EXPECT_EQ(m_state.TrialName, "Trial0001");
+    EXPECT_EQ(m_state.TrialName(), "Trial0001");
     EXPECT_EQ(m_state.trials.average.AverageCount, 1);
     EXPECT_FALSE(m_state.TrialNotSaved());
-    EXPECT_EQ(m_view.log.back(), "status Saved as " + path.string()) << "after the menus, which write a text too";
+    EXPECT_EQ(m_view.log.back(), "refresh");
+    EXPECT_THAT(m_works, ElementsAre("Saving Trial0001.lmb ...", "", ""));
+    EXPECT_EQ(m_notices.back(), "Saved as " + path.string());
 }
 
 TEST_F(SaveCommandsTest, UnaskedAutosaveNeverReplacesAFile) {
@@ -275,13 +367,13 @@ TEST_F(SaveCommandsTest, UnaskedAutosaveNeverReplacesAFile) {
     std::ofstream(old) << "old";
     EXPECT_TRUE(m_commands.autosave());
     EXPECT_EQ(bytesOf(old), "old");
-    EXPECT_EQ(m_state.TrialName, "Trial0001 (2)");
+    EXPECT_EQ(m_state.TrialName(), "Trial0001 (2)");
     EXPECT_EQ(m_state.trials.CurrentTrial->savedName, "Trial0001 (2).lmb");
 
-    m_state.TrialName = "Trial0001";
+    m_state.rename("Trial0001");
     EXPECT_TRUE(m_commands.autosave());
-    EXPECT_EQ(m_state.TrialName, "Trial0001 (3)");
-    EXPECT_THAT(m_view.log.back(), HasSubstr("Trial0001 (3).lmb"));
+    EXPECT_EQ(m_state.TrialName(), "Trial0001 (3)");
+    EXPECT_THAT(m_notices.back(), HasSubstr("Trial0001 (3).lmb"));
 }
 
 TEST_F(SaveCommandsTest, UnaskedAutosaveDoublesNoSeparator) {

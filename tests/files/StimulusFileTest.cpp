@@ -51,8 +51,9 @@ std::string grid(std::uint16_t code, std::vector<std::vector<T>> rows, std::int3
 class StimulusFileTest : public testing::Test {
   protected:
     StimulusFileTest() {
-        m_state.TrialName = "Trial0001";
+        m_state.rename("Trial0001");
         m_state.paths.DataDir = m_folder.path().string();
+        m_view.whileRefreshing = [this] { m_works.push_back(m_state.fileWork); };
     }
     fs::path write(const std::string& name, const std::string& content) {
         std::ofstream(m_folder / name, std::ios::binary) << content;
@@ -68,20 +69,19 @@ class StimulusFileTest : public testing::Test {
     FakeDialogs m_dialogs;
     FakeMessages m_messages;
     FakeFileView m_view;
+    std::vector<std::string> m_works; ///< the work on a file that each refresh showed
     StimulusCommands m_commands{m_state, m_dialogs, m_messages, m_view, [] { return true; }};
 };
 
 TEST_F(StimulusFileTest, HoldsSettingsAndDataByteForByte) {
-    collect(m_state, trialOf({{1, 2, 3}, {4, 5, 6}}));
-    m_state.trials.CurrentTrial->sampling.Duration = 2.0F;
-    ASSERT_TRUE(WritePlv(m_folder / "t.plv", m_state));
+    const auto trial = collectedTrial(m_state, trialOf({{1, 2, 3}, {4, 5, 6}}));
+    trial->sampling.Duration = 2.0F;
+    ASSERT_TRUE(WritePlv(m_folder / "t.plv", *trial));
     EXPECT_EQ(bytesOf(m_folder / "t.plv"), plv(grid<double>(0x2005, {{1, 2, 3}, {4, 5, 6}})));
-    EXPECT_FALSE(m_state.Unsaved());
 }
 
 TEST_F(StimulusFileTest, OpenedTrialsAreFloatsAndOneChannelIsOneDimension) {
-    collect(m_state, trialOf({{1, 2, 3}}, ElementType::Float32, 1));
-    ASSERT_TRUE(WritePlv(m_folder / "t.plv", m_state));
+    ASSERT_TRUE(WritePlv(m_folder / "t.plv", *collectedTrial(m_state, trialOf({{1, 2, 3}}, ElementType::Float32, 1))));
     EXPECT_EQ(bytesOf(m_folder / "t.plv").substr(112), bytes(std::uint16_t{0x2004}) + bytes(std::uint16_t{1}) +
                                                            bytes(std::int32_t{3}) + bytes(std::int32_t{0}) +
                                                            bytes(1.0F) + bytes(2.0F) + bytes(3.0F));
@@ -93,8 +93,7 @@ TEST_F(StimulusFileTest, OpenedTrialsAreFloatsAndOneChannelIsOneDimension) {
 
 TEST_F(StimulusFileTest, AnOldFileKeepsItsTailBehindTheNewDataWhichReadersIgnore) {
     const fs::path file = write("t.plv", std::string(5000, 'x'));
-    collect(m_state, trialOf({{1, 2}, {3, 4}}));
-    ASSERT_TRUE(WritePlv(file, m_state));
+    ASSERT_TRUE(WritePlv(file, *collectedTrial(m_state, trialOf({{1, 2}, {3, 4}}))));
     const std::string data = plv(grid<double>(0x2005, {{1, 2}, {3, 4}}));
     EXPECT_EQ(bytesOf(file).substr(112), data.substr(112) + std::string(5000 - data.size(), 'x'));
     const auto back = readPlvFile(file);
@@ -165,9 +164,20 @@ TEST_F(StimulusFileTest, AnExportedTrialCountsAsSavedAndEntersTheAverageOnce) {
     EXPECT_FALSE(m_state.Unsaved());
     EXPECT_EQ(m_state.trials.average.AverageCount, 1);
     EXPECT_EQ(m_state.paths.LastFile, (m_folder / "a.plv").string());
-    EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pending", "pending", "pointer", "menus", "caption", "redraw"));
+    EXPECT_THAT(m_view.log, ElementsAre("refresh", "pending", "pending", "refresh", "redraw", "refresh"));
+    EXPECT_THAT(m_works, ElementsAre("Exporting to a.plv ...", "", ""));
+    EXPECT_EQ(m_state.notice, "Exported to " + (m_folder / "a.plv").string());
     m_commands.mnuPulvo_Click();
     EXPECT_EQ(m_state.trials.average.AverageCount, 1);
+}
+
+TEST_F(StimulusFileTest, ATypedNameWithAPointGetsItsExtension) {
+    collect(m_state, trialOf({{1, 2}, {3, 4}}));
+    m_dialogs.answers = {m_folder / "Pilot1.5"};
+    m_commands.mnuPulvo_Click();
+    EXPECT_EQ(m_state.paths.LastFile, (m_folder / "Pilot1.5.plv").string());
+    EXPECT_EQ(readPlvFile(m_folder / "Pilot1.5.plv").value().samples.at(1, 1), 4);
+    EXPECT_FALSE(fs::exists(m_folder / "Pilot1.5"));
 }
 
 TEST_F(StimulusFileTest, AFailedExportIsTold) {
@@ -183,13 +193,15 @@ TEST_F(StimulusFileTest, AFailedExportIsTold) {
 
 TEST_F(StimulusFileTest, AnImportedTrialIsTheCurrentOneInThousandths) {
     m_state.settings.setup.StartDelay = 9;
+    m_state.header.Labels[2].assign("Force");
+    m_state.comments[0].assign("left leg");
     m_dialogs.answers = {write("Trial1.plv", plv(grid<double>(0x2005, {{1, 2, 3}, {4, 5, 6}})))};
     m_commands.mnuOpen_Click();
     const FileDialogRequest& asked = m_dialogs.asked.at(0);
     EXPECT_EQ(asked.title, "Open");
     EXPECT_EQ(asked.filter, "All Files (*.*)|*.*|Pulvo Files (*.plv)|*.plv");
     EXPECT_EQ(asked.filterIndex, 1);
-    EXPECT_EQ(m_state.TrialName, "Trial1");
+    EXPECT_EQ(m_state.TrialName(), "Trial1");
     EXPECT_EQ(m_state.trials.CurrentTrial->savedName, "Trial1.plv");
     EXPECT_EQ(m_state.paths.DataDir, (m_folder.path() / "").string()) << "with its separator";
     EXPECT_EQ(m_state.trials.CurrentTrial->samples->at(1, 2), 6);
@@ -200,17 +212,22 @@ TEST_F(StimulusFileTest, AnImportedTrialIsTheCurrentOneInThousandths) {
     EXPECT_FALSE(m_state.TrialNotSaved());
     EXPECT_FALSE(m_state.settings.setup.DisplayInVolts);
     EXPECT_FALSE(m_state.settings.setup.DisplayInSeconds);
-    EXPECT_THAT(m_view.log, ElementsAre("hourglass", "pending", "pending", "pointer", "units", "menus",
-                                        "caption File: Trial1", "status Opened file: Trial1"));
+    EXPECT_EQ(m_state.trials.CurrentTrial->header.Labels[2].trimmed(), "Force") << "the file names no channels";
+    EXPECT_EQ(m_state.trials.CurrentTrial->comments[0].trimmed(), "left leg");
+    EXPECT_TRUE(m_state.trials.CurrentTrial->imported) << "the caption says so";
+    EXPECT_EQ(m_state.trials.CurrentTrial->record.source, (m_folder / "Trial1.plv").string());
+    EXPECT_THAT(m_view.log, ElementsAre("refresh", "pending", "pending", "refresh", "units", "refresh"));
+    EXPECT_THAT(m_works, ElementsAre("Opening Trial1.plv ...", "", ""));
+    EXPECT_EQ(m_state.notice, "Opened file: Trial1");
 }
 
 TEST_F(StimulusFileTest, AnImportCanBeCancelledAndChangesNothing) {
     m_view.goesOn = false;
     m_commands.importPlv(write("t.plv", plv(grid<double>(0x2005, {{1, 2}, {3, 4}}))));
     EXPECT_TRUE(m_messages.shown.empty());
-    EXPECT_THAT(m_view.status, HasSubstr("cancelled"));
+    EXPECT_THAT(m_state.notice, HasSubstr("cancelled"));
     EXPECT_FALSE(m_state.trials.CurrentTrial);
-    EXPECT_EQ(m_state.TrialName, "Trial0001");
+    EXPECT_EQ(m_state.TrialName(), "Trial0001");
 }
 
 TEST_F(StimulusFileTest, ACancelledExportWritesNothingAndShowsNoBox) {
@@ -241,9 +258,9 @@ TEST_F(StimulusFileTest, WhatCannotBeImportedIsToldAndChangesNothing) {
     EXPECT_EQ(m_messages.shown[2].title, "File read error");
     EXPECT_EQ(m_messages.shown[3].title, "File read error");
     EXPECT_EQ(m_state.settings, before);
-    EXPECT_EQ(m_state.TrialName, "Trial0001");
+    EXPECT_EQ(m_state.TrialName(), "Trial0001");
     EXPECT_FALSE(m_state.trials.CurrentTrial);
-    EXPECT_THAT(m_view.status, HasSubstr("missing.plv"));
+    EXPECT_THAT(m_state.notice, HasSubstr("missing.plv"));
 }
 
 } // namespace

@@ -6,7 +6,10 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <clocale>
+#include <memory>
+#include <utility>
 
 namespace tavex2::test {
 namespace {
@@ -15,13 +18,29 @@ using testing::HasSubstr;
 
 class TextExportTest : public testing::Test {
   protected:
+    /// A trial of these samples to export.
+    Trial& take(TrialData samples, std::int32_t rateHz = 1000) {
+        m_trial = collectedTrial({}, std::move(samples), rateHz);
+        return *m_trial;
+    }
     std::string tab() {
-        EXPECT_TRUE(WriteTab(m_path, m_state));
+        EXPECT_TRUE(WriteTab(m_path, *m_trial));
         return bytesOf(m_path);
     }
     std::string lma() {
-        EXPECT_TRUE(WriteLma(m_path, m_state));
+        EXPECT_TRUE(WriteLma(m_path, *m_trial));
         return bytesOf(m_path);
+    }
+    Result<void> overlayLma() {
+        return WriteOverlayLma(m_path, m_state.overlays, m_state.settings.sampling, "Arm0003");
+    }
+    /// Makes trials the overlays, and what they were taken with the current settings.
+    void overlay(const std::vector<TrialData>& trials) {
+        OverlaySet& overlays = m_state.overlays;
+        overlays.OverlayCount = static_cast<std::int16_t>(trials.size());
+        std::ranges::transform(trials, overlays.OverlayData.begin(),
+                               [](const TrialData& samples) { return collectedTrial({}, samples); });
+        m_state.settings.sampling = overlays.OverlaySettings = overlays.OverlayData.front()->sampling;
     }
     static std::string line(const std::string& text, int number) {
         std::size_t from = 0;
@@ -32,14 +51,14 @@ class TextExportTest : public testing::Test {
 
     TemporaryFolder m_folder;
     std::filesystem::path m_path = m_folder / "table.txt";
-    ProgramState m_state;
+    std::shared_ptr<Trial> m_trial;
+    ProgramState m_state; ///< settings and overlays
 };
 
 TEST_F(TextExportTest, ATabFileOfTwoChannels) {
-    collect(m_state, trialOf({{0.5, -1.5, 2.25}, {1e-5, -4e-6, 9.999995}}));
-    m_state.trials.CurrentTrial->sampling.Repeat = 3;
-    m_state.trials.CurrentTrial->sampling.Duration = 2.0F;
-    m_state.changeCurrent([](Trial& trial) { trial.TrialNotSaved = true; });
+    Trial& trial = take(trialOf({{0.5, -1.5, 2.25}, {1e-5, -4e-6, 9.999995}}));
+    trial.sampling.Repeat = 3;
+    trial.sampling.Duration = 2.0F;
     EXPECT_EQ(tab(), "Tavex2 data acquisition file\r\n" + m_path.string() +
                          "\r\n"
                          "Rate=\t 1000.00\tDuration= \t    6.000\r\n"
@@ -49,12 +68,11 @@ TEST_F(TextExportTest, ATabFileOfTwoChannels) {
                          "0.001000\t-1.50000\t0.00000\t\r\n"
                          "0.002000\t2.25000\t" +
                          fixedDecimal(9.999995, 5) + "\t\r\n");
-    EXPECT_FALSE(m_state.TrialNotSaved());
 }
 
 TEST_F(TextExportTest, ATabFileOfOneChannelHasNoTabAtTheEndOfARow) {
     for (const int rank : {1, 2}) {
-        collect(m_state, trialOf({{1, 2}}, ElementType::Float32, rank));
+        take(trialOf({{1, 2}}, ElementType::Float32, rank));
         const std::string text = tab();
         EXPECT_EQ(line(text, 4), "Channel=\t         0\t");
         EXPECT_EQ(line(text, 6), "0.000000\t1.00000");
@@ -64,9 +82,9 @@ TEST_F(TextExportTest, ATabFileOfOneChannelHasNoTabAtTheEndOfARow) {
 }
 
 TEST_F(TextExportTest, AnLmaFileOfTwoChannels) {
-    collect(m_state, trialOf({{0.5, -1.5}, {12345.67891, -0.00004}}));
-    m_state.TrialName = "Arm0001";
-    m_state.trials.CurrentTrial->sampling.Duration = 2.0F;
+    Trial& trial = take(trialOf({{0.5, -1.5}, {12345.67891, -0.00004}}));
+    trial.name = "Arm0001";
+    trial.sampling.Duration = 2.0F;
     EXPECT_EQ(lma(), "* Arm0001.lma\r\n"
                      "* Arm0001.lma\r\n"
                      "* Tavex2 data acquisition file\r\n"
@@ -80,7 +98,7 @@ TEST_F(TextExportTest, AnLmaFileOfTwoChannels) {
 }
 
 TEST_F(TextExportTest, TimesAreTheRunningSumInSinglePrecision) {
-    collect(m_state, trialOf({std::vector<double>(200'000, 0.0)}), 3);
+    take(trialOf({std::vector<double>(200'000, 0.0)}), 3);
     const std::string text = lma();
     EXPECT_EQ(line(text, 9).substr(0, 10), "    0.0000");
     EXPECT_EQ(line(text, 10).substr(0, 10), "    0.3333");
@@ -101,7 +119,7 @@ TEST_F(TextExportTest, EveryRowOfALongTableIsInItsPlace) {
     std::vector<double> counter(50'001);
     for (std::size_t i = 0; i < counter.size(); ++i)
         counter[i] = static_cast<double>(i);
-    collect(m_state, trialOf({counter, counter}, ElementType::Float32));
+    take(trialOf({counter, counter}, ElementType::Float32));
     const std::string text = tab();
     EXPECT_THAT(text, HasSubstr("\t8191.00000\t8191.00000\t\r\n"));
     std::size_t at = text.find("0.000000\t");
@@ -114,37 +132,26 @@ TEST_F(TextExportTest, EveryRowOfALongTableIsInItsPlace) {
     EXPECT_EQ(at, text.size());
 }
 
-TEST_F(TextExportTest, AFailureOrACancelLeavesTheOldFileAndTheState) {
-    collect(m_state, trialOf({std::vector<double>(20'000, 1.0)}));
+TEST_F(TextExportTest, AFailureOrACancelLeavesTheOldFile) {
+    take(trialOf({std::vector<double>(20'000, 1.0)}));
     std::ofstream(m_path) << "old";
-    const Result<void> cancelled = WriteTab(m_path, m_state, {IfExists::Replace, [](int, int) { return false; }});
+    const Result<void> cancelled = WriteTab(m_path, *m_trial, {IfExists::Replace, [](int, int) { return false; }});
     ASSERT_FALSE(cancelled);
     EXPECT_EQ(cancelled.error().kind, ErrorKind::Cancelled);
     EXPECT_EQ(bytesOf(m_path), "old");
-    EXPECT_TRUE(m_state.TrialNotSaved());
-    EXPECT_FALSE(WriteLma(m_folder / "missing" / "t.lma", m_state));
-    EXPECT_FALSE(WriteTab("/proc/t.tab", m_state));
-    EXPECT_TRUE(m_state.TrialNotSaved());
-}
-
-/// Makes trials the overlays, and what they were taken with the current settings.
-void overlay(ProgramState& state, const std::vector<TrialData>& trials) {
-    collect(state, trials.front());
-    state.settings.sampling = state.trials.CurrentTrial->sampling;
-    state.overlays.OverlaySettings = state.trials.CurrentTrial->sampling;
-    state.overlays.OverlayCount = static_cast<std::int16_t>(trials.size());
-    std::ranges::copy(trials, state.overlays.OverlayData.begin());
+    EXPECT_FALSE(WriteLma(m_folder / "missing" / "t.lma", *m_trial));
+    EXPECT_FALSE(WriteTab("/proc/t.tab", *m_trial));
 }
 
 TEST_F(TextExportTest, ACancelIsAskedForAfterTheLastRowWhicheverThreadMadeIt) {
-    collect(m_state, trialOf({std::vector<double>(20'000, 1.0)}));
+    take(trialOf({std::vector<double>(20'000, 1.0)}));
     for (int attempt = 0; attempt < 50; ++attempt) {
         int last = 0;
         const auto untilTheEnd = [&last](int done, int of) {
             last = done;
             return done < of;
         };
-        const auto cancelled = WriteTab(m_path, m_state, {IfExists::Replace, untilTheEnd});
+        const auto cancelled = WriteTab(m_path, *m_trial, {IfExists::Replace, untilTheEnd});
         ASSERT_EQ(last, 1000) << attempt;
         ASSERT_FALSE(cancelled);
         ASSERT_EQ(cancelled.error().kind, ErrorKind::Cancelled);
@@ -153,13 +160,12 @@ TEST_F(TextExportTest, ACancelIsAskedForAfterTheLastRowWhicheverThreadMadeIt) {
 }
 
 TEST_F(TextExportTest, AnOverlayFileHoldsTheMeanInSinglePrecision) {
-    m_state.TrialName = "Arm0003";
     // 0.1 and 0.2 in single precision, and a sum that single precision rounds: 16777216 + 1 + 1 = 16777216.
-    overlay(m_state, {trialOf({{0.1, 1}, {16777216, -1.5}}), trialOf({{0.2, 2}, {1, -1.5}}),
-                      trialOf({{0.3, 3.00012}, {1, -1.5}}, ElementType::Float32)});
+    overlay({trialOf({{0.1, 1}, {16777216, -1.5}}), trialOf({{0.2, 2}, {1, -1.5}}),
+             trialOf({{0.3, 3.00012}, {1, -1.5}}, ElementType::Float32)});
     m_state.settings.sampling.Duration = m_state.overlays.OverlaySettings.Duration = 0.002F;
     m_state.settings.sampling.Repeat = 2;
-    ASSERT_TRUE(WriteOverlayLma(m_path, m_state));
+    ASSERT_TRUE(overlayLma());
     EXPECT_EQ(bytesOf(m_path), "* Arm0003.lma\r\n* Arm0003.lma\r\n"
                                "* Tavex2 data acquisition overlay file\r\n"
                                "*  1000.00     0.004\r\n"
@@ -173,16 +179,16 @@ TEST_F(TextExportTest, AnOverlayFileHoldsTheMeanInSinglePrecision) {
 
 TEST_F(TextExportTest, WhatIsNoSetOfOverlaysIsNotExported) {
     const auto said = [this] {
-        const auto written = WriteOverlayLma(m_path, m_state);
+        const auto written = overlayLma();
         EXPECT_FALSE(std::filesystem::exists(m_path));
         return written ? std::string("written") : written.error().text;
     };
     EXPECT_THAT(said(), testing::HasSubstr("No trial has been overlaid"));
-    overlay(m_state, {trialOf({{1, 2}})});
+    overlay({trialOf({{1, 2}})});
     EXPECT_THAT(said(), testing::HasSubstr("one channel"));
-    overlay(m_state, {trialOf({{1, 2}}, ElementType::Float64, 1)});
+    overlay({trialOf({{1, 2}}, ElementType::Float64, 1)});
     EXPECT_THAT(said(), testing::HasSubstr("one channel"));
-    overlay(m_state, {trialOf({{1, 2}, {3, 4}})});
+    overlay({trialOf({{1, 2}, {3, 4}})});
     for (const std::int32_t samples : {1, 3}) {
         m_state.settings.sampling.NumSamples = samples; // as a collection with another duration leaves it
         EXPECT_THAT(said(), testing::HasSubstr("other settings"));
@@ -190,13 +196,13 @@ TEST_F(TextExportTest, WhatIsNoSetOfOverlaysIsNotExported) {
     m_state.settings.sampling = m_state.overlays.OverlaySettings;
     m_state.settings.sampling.Rate = 500;
     EXPECT_THAT(said(), testing::HasSubstr("other settings"));
-    overlay(m_state, {trialOf({{1, 2}, {3, 4}}), trialOf({{1}, {3}})}); // cannot happen, and is not read past its end
+    overlay({trialOf({{1, 2}, {3, 4}}), trialOf({{1}, {3}})}); // cannot happen, and is not read past its end
     EXPECT_THAT(said(), testing::HasSubstr("other settings"));
 }
 
 TEST_F(TextExportTest, WithoutATrialThereIsNothingToExport) {
-    EXPECT_FALSE(WriteTab(m_path, m_state));
-    EXPECT_FALSE(WriteLma(m_path, m_state));
+    EXPECT_FALSE(WriteTab(m_path, Trial()));
+    EXPECT_FALSE(WriteLma(m_path, Trial()));
     EXPECT_FALSE(std::filesystem::exists(m_path));
 }
 

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-const LocalTime someTime{2024, 3, 5, 14, 7, 9};
+constexpr const char* someTitle = "some title";
 
 std::vector<float> floatsAt(const std::string& bytes, std::size_t offset, std::size_t count) {
     std::vector<float> values(count);
@@ -39,7 +39,16 @@ class WriteLmbTest : public testing::Test {
   protected:
     TemporaryFolder m_folder;
     fs::path m_path = m_folder / "out.lmb";
-    ProgramState m_state;
+    std::shared_ptr<Trial> m_trial;
+
+    /// A trial of these samples to write.
+    Trial& take(TrialData samples, std::int32_t rateHz = 1000) {
+        m_trial = collectedTrial({}, std::move(samples), rateHz);
+        return *m_trial;
+    }
+    Result<LmbHeader> write(const WriteOptions& options = {}) const {
+        return WriteLmb(m_path, *m_trial, someTitle, options);
+    }
 
     std::size_t filesInFolder() const {
         return static_cast<std::size_t>(
@@ -47,10 +56,10 @@ class WriteLmbTest : public testing::Test {
     }
 };
 
-TEST_F(WriteLmbTest, WritesAHeaderAndFourBytesASample) {
+TEST_F(WriteLmbTest, WritesTimesAndChannelsAfterRecordsOfOneSize) {
     for (const auto& [channels, samples] : {std::pair{1, 1}, {1, 2001}, {2, 2001}, {12, 5001}, {64, 3}}) {
-        collect(m_state, ramp(channels, samples));
-        ASSERT_TRUE(WriteLmb(m_path, m_state, someTime));
+        take(ramp(channels, samples));
+        ASSERT_TRUE(write());
         EXPECT_EQ(fs::file_size(m_path),
                   4374U + 4U * static_cast<unsigned>(samples) * (static_cast<unsigned>(channels) + 1U));
     }
@@ -67,8 +76,8 @@ TEST_F(WriteLmbTest, RefusesTrialsThatTheFormatCannotHold) {
     EXPECT_FALSE(lmbFileBytes(1, 0));
     EXPECT_FALSE(lmbFileBytes(-1, -1));
 
-    collect(m_state, ramp(65, 2));
-    const auto written = WriteLmb(m_path, m_state, someTime);
+    take(ramp(65, 2));
+    const auto written = write();
     ASSERT_FALSE(written);
     EXPECT_EQ(written.error().kind, ErrorKind::InvalidValue);
     EXPECT_THAT(written.error().text, HasSubstr("65 channels"));
@@ -76,16 +85,15 @@ TEST_F(WriteLmbTest, RefusesTrialsThatTheFormatCannotHold) {
 }
 
 TEST_F(WriteLmbTest, RefusesToSaveWithoutATrial) {
-    const auto written = WriteLmb(m_path, m_state, someTime);
+    const auto written = WriteLmb(m_path, Trial(), someTitle);
     ASSERT_FALSE(written);
     EXPECT_THAT(written.error().text, HasSubstr("no trial"));
     EXPECT_EQ(filesInFolder(), 0U);
 }
 
 TEST_F(WriteLmbTest, RefusesATrialWithoutARate) {
-    collect(m_state, ramp(1, 3));
-    m_state.trials.CurrentTrial->sampling.Rate = 0;
-    EXPECT_THAT(WriteLmb(m_path, m_state, someTime).error().text, HasSubstr("rate"));
+    take(ramp(1, 3)).sampling.Rate = 0;
+    EXPECT_THAT(write().error().text, HasSubstr("rate"));
     EXPECT_EQ(filesInFolder(), 0U);
 }
 
@@ -99,8 +107,8 @@ TEST_F(WriteLmbTest, AddsUpTimesInSinglePrecision) {
     for (const auto& [rateHz, samples, last] :
          {Expected{1000, 100001, 99.95669555664062F}, Expected{360, 200001, 555.9015502929688F},
           Expected{100000, 1000001, 9.91734504699707F}}) {
-        collect(m_state, ramp(1, samples, ElementType::Float32), rateHz);
-        ASSERT_TRUE(WriteLmb(m_path, m_state, someTime));
+        take(ramp(1, samples, ElementType::Float32), rateHz);
+        ASSERT_TRUE(write());
         const auto times = floatsAt(bytesOf(m_path), 4374, static_cast<std::size_t>(samples));
         EXPECT_EQ(times.front(), 0.0F);
         EXPECT_EQ(times.back(), last) << rateHz << " Hz";
@@ -116,8 +124,8 @@ TEST_F(WriteLmbTest, KeepsLongChannelsWhole) {
     // Longer than any buffer on the way, and not a multiple of one.
     for (const auto type : {ElementType::Float32, ElementType::Float64}) {
         constexpr std::size_t samples = 700001;
-        collect(m_state, ramp(2, samples, type));
-        ASSERT_TRUE(WriteLmb(m_path, m_state, someTime));
+        take(ramp(2, samples, type));
+        ASSERT_TRUE(write());
         const std::string bytes = bytesOf(m_path);
         for (std::size_t c = 0; c < 2; ++c) {
             std::vector<float> expected(samples);
@@ -128,26 +136,25 @@ TEST_F(WriteLmbTest, KeepsLongChannelsWhole) {
 }
 
 TEST_F(WriteLmbTest, PutsTrialNumberAndTwentyFourHourTimeIntoTheTitle) {
-    collect(m_state, ramp(1, 2));
+    take(ramp(1, 2));
     const auto title = [&](int number, const LocalTime& time) {
-        m_state.settings.setup.TrialNumber = static_cast<std::int16_t>(number);
-        EXPECT_TRUE(WriteLmb(m_path, m_state, time));
+        EXPECT_TRUE(WriteLmb(m_path, *m_trial, lmbTitle(number, time)));
         return bytesOf(m_path).substr(80, 100);
     };
     const auto padded = [](std::string text) { return text + std::string(100 - text.size(), ' '); };
-    EXPECT_EQ(title(7, someTime), padded("Tavex2 analog data file.  Trial 0007  2024-03-05 14.07.09"));
+    EXPECT_EQ(title(7, {2024, 3, 5, 14, 7, 9}), padded("Tavex2 analog data file.  Trial 0007  2024-03-05 14.07.09"));
     EXPECT_EQ(title(12345, {2024, 12, 31, 0, 0, 0}),
               padded("Tavex2 analog data file.  Trial 12345  2024-12-31 00.00.00"));
 }
 
-TEST_F(WriteLmbTest, TakesShapeAndRateFromTheTrialAndNotFromTheSettings) {
-    collect(m_state, ramp(2, 5), 500);
-    m_state.settings.sampling.Rate = 44100;
-    m_state.settings.sampling.Duration = 60.0F;
-    m_state.settings.sampling.NumChannels = 8;
-    m_state.settings.sampling.NumSamples = 1000000;
-    m_state.trials.CurrentTrial->sampling.NumChannels = 9;
-    ASSERT_TRUE(WriteLmb(m_path, m_state, someTime));
+TEST_F(WriteLmbTest, TakesTheRateFromTheTrialAndItsShapeFromTheSamples) {
+    Trial& trial = take(ramp(2, 5), 500);
+    trial.sampling.NumChannels = 9;
+    trial.sampling.NumSamples = 1000000;
+    trial.header.NumChannels = 8;
+    trial.header.Rate = 44100;
+    trial.header.Duration = 60;
+    ASSERT_TRUE(write());
     const LmbFile file = readLmbFile(m_path).value();
     EXPECT_EQ(file.header.NumChannels, 2);
     EXPECT_EQ(file.header.NumSamples, 5);
@@ -155,83 +162,82 @@ TEST_F(WriteLmbTest, TakesShapeAndRateFromTheTrialAndNotFromTheSettings) {
     EXPECT_EQ(file.header.Duration, static_cast<double>(4.0F / 500.0F));
 }
 
-TEST_F(WriteLmbTest, LeavesTheWrittenHeaderInMemoryAndClearsUnsaved) {
-    collect(m_state, ramp(2, 3));
-    m_state.header.Labels[2].assign("Force");
-    ASSERT_TRUE(WriteLmb(m_path, m_state, someTime));
-    EXPECT_EQ(m_state.header, readLmbFile(m_path).value().header);
-    EXPECT_EQ(m_state.header.Labels[0].trimmed(), "Time");
-    EXPECT_EQ(m_state.header.Labels[1].trimmed(), "Channel 00");
-    EXPECT_EQ(m_state.header.Labels[2].trimmed(), "Force");
-    EXPECT_TRUE(m_state.header.Labels[3].neverSet());
-    EXPECT_FALSE(m_state.Unsaved());
-    EXPECT_TRUE(m_state.TrialNotSaved()) << "the commands clear it";
+TEST_F(WriteLmbTest, GivesTheHeaderThatWasWritten) {
+    take(ramp(2, 3)).header.Labels[2].assign("Force");
+    const auto written = write();
+    ASSERT_TRUE(written);
+    const LmbHeader& header = written.value();
+    EXPECT_EQ(header, readLmbFile(m_path).value().header);
+    EXPECT_EQ(header.Title.trimmed(), someTitle);
+    EXPECT_EQ(header.Labels[0].trimmed(), "Time");
+    EXPECT_EQ(header.Labels[1].trimmed(), "Channel 00");
+    EXPECT_EQ(header.Labels[2].trimmed(), "Force");
+    EXPECT_TRUE(header.Labels[3].neverSet());
 }
 
-TEST_F(WriteLmbTest, ChangesNothingWhenItFails) {
-    collect(m_state, ramp(2, 3));
-    const LmbHeader before = m_state.header;
-    const auto written = WriteLmb(m_folder.path() / "none" / "out.lmb", m_state, someTime);
+TEST_F(WriteLmbTest, SaysThatTheFolderIsNotThere) {
+    take(ramp(2, 3));
+    const auto written = WriteLmb(m_folder.path() / "none" / "out.lmb", *m_trial, someTitle);
     ASSERT_FALSE(written);
     EXPECT_EQ(written.error().kind, ErrorKind::NotFound);
-    EXPECT_TRUE(m_state.Unsaved());
-    EXPECT_EQ(m_state.header, before);
+    EXPECT_EQ(filesInFolder(), 0U);
 }
 
 TEST_F(WriteLmbTest, TellsHowFarItIsAndCanBeCancelled) {
-    collect(m_state, ramp(3, 2));
+    take(ramp(3, 2));
     std::vector<std::pair<int, int>> reported;
-    ASSERT_TRUE(WriteLmb(m_path, m_state, someTime, {IfExists::Replace, [&](int done, int of) {
-                                                         reported.emplace_back(done, of);
-                                                         return true;
-                                                     }}));
+    ASSERT_TRUE(write({IfExists::Replace, [&](int done, int of) {
+                           reported.emplace_back(done, of);
+                           return true;
+                       }}));
     EXPECT_THAT(reported,
                 ElementsAre(std::pair(250, 1000), std::pair(500, 1000), std::pair(750, 1000), std::pair(1000, 1000)));
 
-    m_state.changeCurrent([](Trial& trial) { trial.Unsaved = true; });
     const std::string old = bytesOf(m_path);
-    const auto cancelled = WriteLmb(m_path, m_state, {}, {IfExists::Replace, [](int done, int) { return done < 500; }});
+    const auto cancelled = write({IfExists::Replace, [](int done, int) { return done < 500; }});
     ASSERT_FALSE(cancelled);
     EXPECT_EQ(cancelled.error().kind, ErrorKind::Cancelled);
     EXPECT_EQ(bytesOf(m_path), old);
     EXPECT_EQ(filesInFolder(), 1U);
-    EXPECT_TRUE(m_state.Unsaved());
 }
 
 TEST_F(WriteLmbTest, WritesTheTrialItStartedWithEvenIfAnotherOneArrives) {
-    collect(m_state, ramp(2, 4));
-    ASSERT_TRUE(WriteLmb(m_path, m_state, someTime, {IfExists::Replace, [&](int, int) {
-                                                         m_state.trials.CurrentTrial = ramp(1, 1);
-                                                         return true;
-                                                     }}));
+    ProgramState state;
+    collect(state, ramp(2, 4));
+    const TrialPtr started = state.trials.CurrentTrial;
+    ASSERT_TRUE(WriteLmb(m_path, *started, someTitle, {IfExists::Replace, [&](int, int) {
+                                                           collect(state, ramp(1, 1));
+                                                           return true;
+                                                       }}));
     EXPECT_EQ(readLmbFile(m_path).value().samples.at(1, 3), 1003.0);
 }
 
 TEST_F(WriteLmbTest, NeverReplacesAFileWhenLookingForAFreeName) {
-    collect(m_state, ramp(1, 2));
-    m_state.TrialName = "Trial0001";
-    EXPECT_EQ(WriteLmbToFreeName(m_folder.path(), m_state, someTime).value(), m_folder / "Trial0001.lmb");
-    const std::string first = bytesOf(m_folder / "Trial0001.lmb");
-    collect(m_state, ramp(2, 2));
-    EXPECT_EQ(WriteLmbToFreeName(m_folder.path(), m_state, someTime).value(), m_folder / "Trial0001 (2).lmb");
-    EXPECT_EQ(bytesOf(m_folder / "Trial0001.lmb"), first);
+    take(ramp(1, 2));
+    const auto first = WriteLmbToFreeName(m_folder.path(), *m_trial, someTitle);
+    ASSERT_TRUE(first) << first.error().text;
+    EXPECT_EQ(first.value().path, m_folder / "Trial0001.lmb");
+    EXPECT_EQ(first.value().header, readLmbFile(m_folder / "Trial0001.lmb").value().header);
+    const std::string bytes = bytesOf(m_folder / "Trial0001.lmb");
+    take(ramp(2, 2));
+    EXPECT_EQ(WriteLmbToFreeName(m_folder.path(), *m_trial, someTitle).value().path, m_folder / "Trial0001 (2).lmb");
+    EXPECT_EQ(bytesOf(m_folder / "Trial0001.lmb"), bytes);
 }
 
 TEST_F(WriteLmbTest, TakesTheNextNameWhenAnotherProgramIsFaster) {
-    collect(m_state, ramp(1, 2));
-    m_state.TrialName = "a";
+    take(ramp(1, 2)).name = "a";
     const auto interfere = [&](int, int) {
         if (!fs::exists(m_folder / "a.lmb")) std::ofstream(m_folder / "a.lmb") << "theirs";
         return true;
     };
-    EXPECT_EQ(WriteLmbToFreeName(m_folder.path(), m_state, someTime, interfere).value(), m_folder / "a (2).lmb");
+    EXPECT_EQ(WriteLmbToFreeName(m_folder.path(), *m_trial, someTitle, interfere).value().path, m_folder / "a (2).lmb");
     EXPECT_EQ(bytesOf(m_folder / "a.lmb"), "theirs");
     EXPECT_EQ(filesInFolder(), 2U);
 }
 
 TEST_F(WriteLmbTest, SaysWhyNoFreeNameCouldBeWritten) {
-    collect(m_state, ramp(1, 2));
-    EXPECT_EQ(WriteLmbToFreeName(m_folder / "none", m_state, someTime).error().kind, ErrorKind::NotFound);
+    take(ramp(1, 2));
+    EXPECT_EQ(WriteLmbToFreeName(m_folder / "none", *m_trial, someTitle).error().kind, ErrorKind::NotFound);
 }
 
 RC_GTEST_PROP(WriteLmbProperty, EveryTrialReadsBackAsItsSinglePrecisionSelf, ()) {
@@ -242,22 +248,22 @@ RC_GTEST_PROP(WriteLmbProperty, EveryTrialReadsBackAsItsSinglePrecisionSelf, ())
     for (int c = 0; c < channels; ++c)
         volts.push_back(*rc::gen::container<std::vector<double>>(
             samples, rc::gen::map(rc::gen::inRange(-1000000000, 1000000001), [](int n) { return n / 1e8; })));
-    ProgramState state;
-    collect(state, trialOf(volts, wide ? ElementType::Float64 : ElementType::Float32,
-                           channels == 1 && *rc::gen::arbitrary<bool>() ? 1 : 2));
-    state.comments[3].assign(*rc::gen::string<std::string>());
-    state.infoA[223] = *rc::gen::arbitrary<char>();
-    state.infoB[323] = *rc::gen::arbitrary<char>();
+    const auto trial = collectedTrial({}, trialOf(volts, wide ? ElementType::Float64 : ElementType::Float32,
+                                                  channels == 1 && *rc::gen::arbitrary<bool>() ? 1 : 2));
+    trial->comments[3].assign(*rc::gen::string<std::string>());
+    trial->infoA[223] = *rc::gen::arbitrary<char>();
+    trial->infoB[323] = *rc::gen::arbitrary<char>();
 
     const TemporaryFolder folder;
-    RC_ASSERT(static_cast<bool>(WriteLmb(folder / "a.lmb", state, someTime)));
+    const auto written = WriteLmb(folder / "a.lmb", *trial, someTitle);
+    RC_ASSERT(static_cast<bool>(written));
     const auto read = readLmbFile(folder / "a.lmb");
     RC_ASSERT(static_cast<bool>(read));
     const LmbFile& file = read.value();
-    RC_ASSERT(file.header == state.header);
-    RC_ASSERT(file.infoA == state.infoA);
-    RC_ASSERT(file.infoB == state.infoB);
-    RC_ASSERT(file.comments == state.comments);
+    RC_ASSERT(file.header == written.value());
+    RC_ASSERT(file.infoA == trial->infoA);
+    RC_ASSERT(file.infoB == trial->infoB);
+    RC_ASSERT(file.comments == trial->comments);
     RC_ASSERT(file.samples.channels() == channels);
     for (int c = 0; c < channels; ++c)
         for (std::size_t i = 0; i < samples; ++i)

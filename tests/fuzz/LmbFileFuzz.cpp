@@ -1,5 +1,5 @@
 #include "files/Import.h"
-#include "files/OpenCommands.h"
+#include "files/ReplaceTrial.h"
 
 #include <cstdint>
 #include <sstream>
@@ -14,7 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Result<LmbFile> read = readLmb(in, size, "wild.lmb", {}, start);
         if (!read) continue;
         ProgramState state;
-        enterOpenedTrial(state, std::move(read).value(), "/wild.lmb");
+        enterTrialOfFile(state, trialOf(std::move(read).value(), "/wild.lmb", state.settings.sampling), "/");
         if (!hasCurrentTrial(state)) __builtin_trap();
     }
     return 0;

@@ -1,4 +1,4 @@
-#include "files/StimulusCommands.h"
+#include "files/ReplaceTrial.h"
 #include "files/StimulusFile.h"
 
 #include <cstdint>
@@ -13,7 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Result<StimulusFile> read = readPlv(in, size, "wild.plv");
     if (!read) return 0;
     ProgramState state;
-    enterImportedTrial(state, std::move(read).value(), "/wild.plv");
+    enterTrialOfFile(state, trialOf(std::move(read).value(), "/wild.plv"), "/");
     if (!hasCurrentTrial(state)) __builtin_trap();
     return 0;
 }

@@ -6,6 +6,7 @@
 #include "acquisition/records/TrialBuffers.h"
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -50,6 +51,7 @@ struct OverlaySet {
 /// What a command threw away and can bring back.
 struct Cleared {
     std::optional<TrialAverage> average;
+    std::weak_ptr<const TrialArray> averaged; ///< samples of the trial that was current then, if `average` has it
     std::optional<OverlaySet> overlays;
 
     bool empty() const { return !average && !overlays; }
@@ -78,9 +80,7 @@ struct ProgramState {
     std::string fileWork;               ///< the work on a file that is going on, as "Saving x.lmb ..."; else empty
 
     /// The current trial's name, stem of every output file name.
-    const std::string& TrialName() const {
-        return trials.CurrentTrial ? trials.CurrentTrial->name : nameWithoutTrial;
-    }
+    const std::string& TrialName() const { return trials.CurrentTrial ? trials.CurrentTrial->name : nameWithoutTrial; }
     /// A trial was collected or opened; enables the data commands. It may hold no samples (see hasCurrentTrial).
     bool DataPresent() const { return trials.CurrentTrial != nullptr; }
     bool Unsaved() const { return trials.CurrentTrial && trials.CurrentTrial->Unsaved; }
@@ -105,7 +105,8 @@ struct ProgramState {
     }
 };
 
-/// Whether the current trial really holds samples that a command can use. A collection in debug mode leaves one without.
+/// Whether the current trial really holds samples that a command can use. A collection in debug mode leaves one
+/// without.
 inline bool hasCurrentTrial(const ProgramState& state) {
     return state.trials.CurrentTrial && state.trials.CurrentTrial->hasSamples();
 }
