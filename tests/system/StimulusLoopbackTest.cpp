@@ -83,7 +83,7 @@ TEST(StimulusLoopbackTest, AtVirtualTimeEachPulseIsOneMillisecondAtItsLatency) {
 
 TEST(StimulusLoopbackTest, AtRealTimeEachLinePulsesOnceAndNeverEarly) {
     SteadyClock clock;
-    FakeEvents events;
+    FakeEvents events(clock);
     FakeAnalogInput input;
     FakeDigitalOutput lines(clock);
     FakeMessages messages;
