@@ -8,14 +8,13 @@ namespace tavex2 {
 namespace {
 
 using test::makeTrial;
-using test::takenAt;
+using test::trialOf;
 using Axis = CWGraph::Axis;
 
 class TrialGraphsTest : public testing::Test {
   protected:
-    void setCurrent(const TrialData& trial, std::int32_t rateHz) {
-        state.trials.CurrentTrial = trial;
-        state.trials.CurrentTrial->sampling = takenAt(rateHz);
+    void setCurrent(const TrialData& samples, std::int32_t rateHz) {
+        state.trials.CurrentTrial = samples ? trialOf(samples, rateHz) : nullptr;
     }
 
     CWGraph cwG;
@@ -67,8 +66,7 @@ TEST_F(TrialGraphsTest, WithoutTrialsShowTheTimeThatTheSettingsGive) {
 
 TEST_F(TrialGraphsTest, ShowEachTrialOverItsOwnTimeAndVoltage) {
     setCurrent(ramp(2, 5001, 4.0), 1000);
-    state.trials.LastTrial = ramp(3, 101, 0.5);
-    state.trials.LastTrial->sampling = takenAt(200);
+    state.trials.LastTrial = trialOf(ramp(3, 101, 0.5), 200);
     state.settings.sampling.Rate = 7; // settings changed after the trials must not matter
     graphs.RedrawTrials(state);
     EXPECT_EQ(cwG.plotCount(), 2);
@@ -99,7 +97,7 @@ TEST_F(TrialGraphsTest, KeepTheLimitsWhileAutomaticScalingIsOff) {
         graph->setAxisRange(Axis::Voltage, 1, 2);
     }
     setCurrent(ramp(1, 11, 4.0), 10);
-    state.trials.LastTrial = ramp(1, 11, 8.0);
+    state.trials.LastTrial = trialOf(ramp(1, 11, 8.0), 10);
     graphs.RedrawTrials(state);
     for (const CWGraph* graph : {&cwG, &cwGLast, &cwGAvg}) {
         EXPECT_EQ(graph->xMinimum(), 0.2);
@@ -111,17 +109,15 @@ TEST_F(TrialGraphsTest, KeepTheLimitsWhileAutomaticScalingIsOff) {
 }
 
 TEST_F(TrialGraphsTest, ShowTheMeanOfTheSavedTrials) {
-    SamplingSettings settings = takenAt(10);
-    ASSERT_TRUE(AddTrialToAverage(state.trials, makeTrial({0, 3}), settings));
-    ASSERT_TRUE(AddTrialToAverage(state.trials, makeTrial({0, 6}), settings));
-    ASSERT_TRUE(AddTrialToAverage(state.trials, makeTrial({-3, 9}), settings));
+    for (const auto& samples : {std::vector<double>{0, 3}, {0, 6}, {-3, 9}})
+        ASSERT_TRUE(AddTrialToAverage(state.trials.average, *trialOf(makeTrial(samples), 10)));
     graphs.RedrawTrials(state);
     EXPECT_EQ(cwGAvg.plotCount(), 1);
     EXPECT_EQ(cwGAvg.accessibleDescription(),
               QStringLiteral("Saved trials average: 1 channel of 2 samples, time 0 to 0.1 s, voltage -1 to 6 V"));
     EXPECT_EQ(cwGAvg.pyramid()->trial(), state.trials.average.AverageSum) << "the sum is read in place";
 
-    ClearAverage(state.trials);
+    ClearAverage(state.trials.average);
     graphs.RedrawTrials(state);
     EXPECT_EQ(cwGAvg.plotCount(), 0);
     EXPECT_EQ(cwGAvg.pyramid(), nullptr);
@@ -141,12 +137,11 @@ TEST_F(TrialGraphsTest, HandThePyramidOnWhenTheCurrentTrialBecomesTheLast) {
     const auto first = cwG.pyramid();
 
     state.trials.LastTrial = state.trials.CurrentTrial;
-    state.trials.LastTrial->sampling = state.trials.CurrentTrial->sampling;
     setCurrent(ramp(2, 1000, 2.0), 1000);
     graphs.RedrawTrials(state);
     EXPECT_EQ(cwGLast.pyramid(), first);
     EXPECT_NE(cwG.pyramid(), first);
-    EXPECT_EQ(cwG.pyramid()->trial(), state.trials.CurrentTrial);
+    EXPECT_EQ(cwG.pyramid()->trial(), state.trials.CurrentTrial->samples);
 }
 
 TEST_F(TrialGraphsTest, ShareOnePyramidWhenCurrentAndLastTrialAreTheSame) {
@@ -159,7 +154,7 @@ TEST_F(TrialGraphsTest, ShareOnePyramidWhenCurrentAndLastTrialAreTheSame) {
 TEST_F(TrialGraphsTest, LetGoOfTrialsThatAreNoLongerShown) {
     setCurrent(ramp(1, 1000, 1.0), 1000);
     graphs.RedrawTrials(state);
-    const std::weak_ptr<const TrialArray> watched = state.trials.CurrentTrial;
+    const std::weak_ptr<const TrialArray> watched = state.trials.CurrentTrial->samples;
     setCurrent(nullptr, 1000);
     graphs.RedrawTrials(state);
     EXPECT_TRUE(watched.expired());
