@@ -121,6 +121,11 @@ TEST_F(TextFormsTest, OptionButtonsChooseTheChannelThatIsEdited) {
         EXPECT_TRUE(option(1)->isChecked());
         QTest::mouseClick(option(3), Qt::LeftButton, {}, QPoint(8, option(3)->height() / 2));
         EXPECT_EQ(names.currentRow(), 2);
+        EXPECT_TRUE(waitFor([&] {
+            form.activateWindow();
+            option(3)->setFocus();
+            return option(3)->hasFocus();
+        }));
         {
             WhenDialogOpens box = answer(QStringLiteral("  left"), QStringLiteral("Channel 02"));
             QTest::keyClick(option(3), Qt::Key_Return);

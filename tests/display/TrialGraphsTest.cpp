@@ -12,19 +12,13 @@ namespace tavex2 {
 namespace {
 
 using test::makeTrial;
-using test::takenAt;
+using test::trialOf;
 using Axis = CWGraph::Axis;
 
 class TrialGraphsTest : public testing::Test {
   protected:
-    static TrialPtr trialOf(TrialData samples, std::int32_t rateHz) {
-        Trial trial;
-        trial.samples = std::move(samples);
-        trial.sampling = takenAt(rateHz);
-        return std::make_shared<const Trial>(std::move(trial));
-    }
-    void setCurrent(TrialData samples, std::int32_t rateHz) {
-        state.trials.CurrentTrial = trialOf(std::move(samples), rateHz);
+    void setCurrent(const TrialData& samples, std::int32_t rateHz) {
+        state.trials.CurrentTrial = trialOf(samples, rateHz);
     }
 
     CWGraph cwG;

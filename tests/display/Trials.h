@@ -31,4 +31,12 @@ inline SamplingSettings takenAt(std::int32_t rateHz) {
     return settings;
 }
 
+/// A whole trial of these samples.
+inline TrialPtr trialOf(const TrialData& samples, std::int32_t rateHz) {
+    auto trial = std::make_shared<Trial>();
+    trial->samples = samples;
+    trial->sampling = takenAt(rateHz);
+    return trial;
+}
+
 } // namespace tavex2::test
