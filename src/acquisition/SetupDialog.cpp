@@ -47,9 +47,8 @@ std::string problemOfFolder(const std::filesystem::path& folder) {
     if (folder.empty()) return "Enter the folder in which trials are saved.";
     if (!std::filesystem::is_directory(folder, ignored))
         return pathText(folder) + " is no folder. Create it or choose another one.";
-    if (!AtomicFile::create(folder / "probe", IfExists::Refuse))
-        return pathText(folder) + " cannot be written to. Choose another one or change its permissions.";
-    return {};
+    const Result<void> writable = checkWritable(folder);
+    return writable ? "" : writable.error().text;
 }
 
 } // namespace

@@ -21,10 +21,7 @@ using testing::HasSubstr;
 class SetupWindowTest : public MainWindowTest {
   protected:
     void inDialog(const std::function<void(QWidget& dialog)>& drive, const char* command = "mnuEdit_1") {
-        WhenDialogOpens dialog("frmProperties", [&drive](QWidget& shown) {
-            ASSERT_TRUE(waitFor([&shown] { return shown.isActiveWindow(); }));
-            drive(shown);
-        });
+        WhenDialogOpens dialog("frmProperties", drive);
         action(command).trigger();
         ASSERT_TRUE(dialog.opened());
     }
