@@ -2,13 +2,17 @@
 
 #include "acquisition/Sound.h"
 #include "acquisition/StartCondition.h"
+#include "base/FileNames.h"
+#include "base/PathText.h"
 #include "base/PlainText.h"
 #include "base/Rounding.h"
+#include "platform/AtomicFile.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <system_error>
 #include <utility>
 
 namespace tavex2 {
@@ -35,6 +39,16 @@ std::int32_t saturatedInt32(double value) {
 std::string deviceName(const CWAI& analogInput) {
     constexpr std::string_view prefix = "Device: ";
     return analogInput.deviceDescription().substr(prefix.size());
+}
+
+/// Why trials cannot be saved in a folder; empty when they can.
+std::string problemOfFolder(const std::filesystem::path& folder) {
+    std::error_code ignored;
+    if (folder.empty()) return "Enter the folder in which trials are saved.";
+    if (!std::filesystem::is_directory(folder, ignored))
+        return pathText(folder) + " is no folder. Create it or choose another one.";
+    const Result<void> writable = checkWritable(folder);
+    return writable ? "" : writable.error().text;
 }
 
 } // namespace
@@ -69,6 +83,7 @@ void SetupDialog::Form_Load() {
     c.CWNumPretrigger = trigger.Pretrigger;
     c.CWNumTriggerChannel = channelNumber(trigger.TriggerChannel);
     c.CWNumTrial = setup.TrialNumber;
+    txtFolder_Changed(m_state.paths.DataDir);
 
     c.optTrigger = setup.TriggerMode;
     c.optSaveType = setup.SaveType == 1 ? 1 : 0;
@@ -99,6 +114,11 @@ void SetupDialog::cwnDevice_ValueChanged(double number) {
     m_controls.cwnDevice = number;
     m_services.analogInput.selectDevice(saturatedInt16(number));
     m_controls.txtDevice = deviceName(m_services.analogInput);
+}
+
+void SetupDialog::txtFolder_Changed(const std::string& folder) {
+    m_controls.txtFolder = folder;
+    m_folderProblem = problemOfFolder(pathFromText(folder));
 }
 
 /// The settings as OK stores them.
@@ -144,10 +164,11 @@ AcqSettings SetupDialog::confirmedSettings() const {
 }
 
 Result<void> SetupDialog::cmdOK_Click() {
-    for (std::size_t line = 0; line < pulsedLines; ++line)
-        if (m_controls.cwnLatency[line] > longestLatencyMs)
-            return Error{ErrorKind::InvalidValue,
-                         "The delay of DIO " + std::to_string(line) + " cannot be longer than 32767 ms."};
+    if (const std::string problem = latencyProblem(); !problem.empty()) return Error{ErrorKind::InvalidValue, problem};
+    // A folder that has gone is no reason to keep the other settings from being stored.
+    const bool newFolder = m_controls.txtFolder != m_state.paths.DataDir;
+    if (newFolder && !m_folderProblem.empty()) return Error{ErrorKind::WriteFailed, m_folderProblem};
+    if (newFolder) m_state.paths.DataDir = pathText(wholePath(pathFromText(m_controls.txtFolder)));
 
     m_state.flags.TriggerEnabled = m_controls.optTrigger == 1;
     m_state.settings = confirmedSettings();
@@ -162,12 +183,22 @@ void SetupDialog::cmdCancel_Click() {
     m_services.analogInput.selectDevice(m_deviceAtOpening);
 }
 
+/// A delay that the dialog takes and the settings cannot hold; empty when there is none.
+std::string SetupDialog::latencyProblem() const {
+    for (std::size_t line = 0; line < pulsedLines; ++line)
+        if (m_controls.cwnLatency[line] > longestLatencyMs)
+            return "Delay of DIO " + std::to_string(line) + ": it cannot be longer than 32767 ms.";
+    return {};
+}
+
 SetupMeaning SetupDialog::meaning() const {
-    SetupMeaning meaning =
-        meaningOf(confirmedSettings(), m_controls.optTrigger == 1, m_services.analogInput, m_services.storage);
-    if (std::ranges::any_of(m_controls.cwnLatency, [](double ms) { return ms > longestLatencyMs; }))
-        meaning.warnings +=
-            (meaning.warnings.empty() ? "" : " ") + std::string("A delay cannot be longer than 32767 ms.");
+    SetupMeaning meaning = meaningOf(confirmedSettings(), m_controls.optTrigger == 1, m_services.analogInput,
+                                     m_services.storage, pathFromText(m_controls.txtFolder));
+    const auto warn = [&meaning](const std::string& text) {
+        if (!text.empty()) meaning.warnings += (meaning.warnings.empty() ? "" : " ") + text;
+    };
+    warn(latencyProblem());
+    warn(m_folderProblem.empty() ? m_folderProblem : "Folder: " + m_folderProblem);
     return meaning;
 }
 

@@ -46,6 +46,7 @@ struct SetupControls {
     int optSaveType = 0;
     std::string txtFilename;
     double CWNumTrial = 0;
+    std::string txtFolder; ///< where trials are saved
     // A/D device
     double cwnDevice = 1;
     std::string txtDevice; ///< name of the device
@@ -78,9 +79,12 @@ class SetupDialog {
     void optTrigger_Click(int index);
     void cbSound_Click(int index, bool ticked);
     void cwnDevice_ValueChanged(double number);
+    /// Looks whether trials can be saved there, which meaning() tells.
+    void txtFolder_Changed(const std::string& folder);
 
-    /// Stores everything, writes the tone anew and sets the start condition; the dialog closes on success. InvalidValue
-    /// (a delay that cannot be stored) leaves it open with nothing stored.
+    /// Stores everything, writes the tone anew and sets the start condition; the dialog closes on success. A delay that
+    /// cannot be stored and a new data folder that cannot be written to are errors, which meaning() has told already;
+    /// they leave the dialog open with nothing stored.
     Result<void> cmdOK_Click();
     void cmdCancel_Click();
 
@@ -89,12 +93,14 @@ class SetupDialog {
 
   private:
     AcqSettings confirmedSettings() const;
+    std::string latencyProblem() const;
     bool soundDevicePresent() const;
 
     ProgramState& m_state;
     SetupServices m_services;
     SetupControls m_controls;
     int m_deviceAtOpening = 1;
+    std::string m_folderProblem; ///< why trials cannot be saved in the folder; empty when they can
 };
 
 } // namespace tavex2

@@ -15,6 +15,8 @@ namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 
 class SetupDialogTest : public testing::Test {
   protected:
@@ -22,6 +24,7 @@ class SetupDialogTest : public testing::Test {
         state.settings.sound = {
             .SoundBefore = false, .SoundAvailable = true, .SoundFreq = 500, .SoundDuration = 0.5, .SoundAfter = false};
         input.selectDevice(1);
+        state.paths.DataDir = folder.path().string();
     }
 
     SetupDialog make() {
@@ -32,7 +35,11 @@ class SetupDialogTest : public testing::Test {
                  .storage = {.fileBytes = [](int channels, std::int64_t samples) -> std::optional<std::uint64_t> {
                                  return 1000U + 4U * static_cast<std::uint64_t>(samples * (channels + 1));
                              },
-                             .freeBytes = [this] { return freeBytes; }}}};
+                             .freeBytes =
+                                 [this](const std::filesystem::path& where) {
+                                     askedAbout = where;
+                                     return freeBytes;
+                                 }}}};
     }
     SetupDialog opened() {
         SetupDialog dialog = make();
@@ -45,6 +52,7 @@ class SetupDialogTest : public testing::Test {
     FakeAnalogInput input;
     FakeSound sound;
     std::optional<std::uint64_t> freeBytes = 1'000'000;
+    std::filesystem::path askedAbout;
 };
 
 TEST_F(SetupDialogTest, ShowsEveryField) {
@@ -304,12 +312,58 @@ TEST_F(SetupDialogTest, TheSummaryFollowsTheControls) {
     dialog.controls().cwnRate = 1000;
     dialog.controls().cwnDuration = 1;
     EXPECT_EQ(dialog.meaning().summary, "1001 samples of 4 channels a trial: 32.0 kB in memory, 21.0 kB in a file; the "
-                                        "data folder has room for 47 trials.");
+                                        "data folder has room for 47 trials. One start collects 1 trial in 1 s.");
     EXPECT_THAT(dialog.meaning().warnings, IsEmpty());
     dialog.controls().txtChannels = "0";
     EXPECT_THAT(dialog.meaning().summary, HasSubstr("1001 samples of 1 channel a trial"));
     freeBytes.reset();
-    EXPECT_THAT(dialog.meaning().summary, testing::EndsWith("in a file."));
+    EXPECT_THAT(dialog.meaning().summary, HasSubstr("in a file. One start"));
+}
+
+TEST_F(SetupDialogTest, TheSummaryTellsTheWholeRun) {
+    state.settings.sampling.DIOMask = 0;
+    SetupDialog dialog = opened();
+    SetupControls& c = dialog.controls();
+    c.cwnRate = 1000;
+    c.cwnDuration = 2;
+    const auto run = [&dialog] {
+        const std::string text = dialog.meaning().summary;
+        return text.substr(std::min(text.find("One start"), text.size()));
+    };
+    EXPECT_EQ(run(), "One start collects 1 trial in 2 s.");
+    c.cwnStartDelay = 5;
+    EXPECT_EQ(run(), "One start collects 1 trial in 7 s, the delay included.");
+    c.cwnRepeat = 3;
+    EXPECT_EQ(run(), "One start collects 3 trials in 11 s, the delay included.");
+    dialog.optTrigger_Click(1);
+    c.CWNumPretrigger = 10;
+    EXPECT_EQ(run(),
+              "One start collects 3 trials in 11 s, the delay included, and waits for the trigger. The first begins "
+              "200 ms before the trigger; the others follow without one.");
+    c.cwnRepeat = 1;
+    c.cwnStartDelay = 0;
+    c.CWNumPretrigger = 0;
+    EXPECT_EQ(run(),
+              "One start collects 1 trial in 2 s, and waits for the trigger. It begins 0 ms before the trigger.");
+    dialog.optTrigger_Click(0);
+    c.cwnRepeat = 500;
+    EXPECT_EQ(run(), "One start collects 500 trials in 16 min 40 s.");
+    c.cwnDuration = 60;
+    EXPECT_EQ(run(), "One start collects 500 trials in 8 h 20 min.");
+}
+
+TEST_F(SetupDialogTest, TheSummaryTellsHowLongTheWindowStandsStillForPulses) {
+    SetupDialog dialog = opened();
+    SetupControls& c = dialog.controls();
+    c.cwnDuration = 2;
+    c.cbDIO = {true, false, true};
+    c.cwnLatency = {20, 3000, 50};
+    EXPECT_THAT(dialog.meaning().summary, Not(HasSubstr("stands still"))) << "nobody notices 50 ms";
+    c.cbDIO[1] = true;
+    EXPECT_THAT(dialog.meaning().summary, HasSubstr("The window stands still for 3 s while the pulses are given."));
+    c.cwnRepeat = 4;
+    c.cbDIO = {true, false, false};
+    EXPECT_THAT(dialog.meaning().summary, HasSubstr("stands still for 6.02 s"));
 }
 
 TEST_F(SetupDialogTest, ItWarnsWhenTheDiskIsTooFullForOneStart) {
@@ -319,8 +373,83 @@ TEST_F(SetupDialogTest, ItWarnsWhenTheDiskIsTooFullForOneStart) {
     dialog.controls().cwnDuration = 2;
     EXPECT_THAT(dialog.meaning().warnings, IsEmpty());
     dialog.controls().cwnRepeat = 10;
-    EXPECT_THAT(dialog.meaning().warnings, HasSubstr("too full"));
+    EXPECT_EQ(dialog.meaning().warnings, "Folder: the disk is too full for what one start collects.");
 }
+
+TEST_F(SetupDialogTest, WarningsNameTheBoxesAndNotTheFields) {
+    const auto warned = [this](const auto& change, int trigger = 0) {
+        state.settings = {};
+        change(state.settings);
+        SetupDialog dialog = opened();
+        dialog.controls().optTrigger = trigger;
+        return dialog.meaning().warnings;
+    };
+    EXPECT_EQ(warned([](auto& s) { s.sampling.Rate = 0; }),
+              "Rate: must be a whole number from 1 to 100000 Hz, not \"0\".");
+    EXPECT_THAT(warned([](auto& s) { s.sampling.UpperVolts = 12; }), StartsWith("Upper: must be"));
+    EXPECT_THAT(warned([](auto& s) { s.sampling.LowerVolts = -12; }), StartsWith("Lower: must be"));
+    EXPECT_THAT(warned([](auto& s) { s.setup.StartDelay = -1; }), StartsWith("Start delay (s): must be"));
+    EXPECT_THAT(warned([](auto& s) { s.sampling.DIOLatency[1] = -1; }), StartsWith("Delay: must be"));
+    EXPECT_THAT(warned([](auto& s) { s.setup.FilePrefix = "a/b"; }), StartsWith("Filename: becomes part of"));
+    EXPECT_THAT(warned([](auto& s) { s.trigger.TriggerLevel = 10; }, 1), StartsWith("Level: must be"));
+    EXPECT_THAT(warned([](auto& s) { s.trigger.Pretrigger = 99; }, 1), StartsWith("Pretrigger %: must be"));
+}
+
+TEST_F(SetupDialogTest, AStoredListThatMayHaveBeenCutIsTold) {
+    state.settings.sampling.Channels.assign("63,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,20:25");
+    EXPECT_EQ(opened().meaning().warnings,
+              "Channels: the list fills its 50 characters and may have been cut in \"20:25\".");
+    state.settings.sampling.Channels.assign("0,63,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,20:25");
+    EXPECT_THAT(opened().meaning().warnings, StartsWith("Channels: fills its 50 characters and was cut in \"20:\"."));
+}
+
+// The data folder -----------------------------------------------------------------------------------------------------
+
+TEST_F(SetupDialogTest, TheDataFolderIsStoredByOKOnly) {
+    const TemporaryFolder other;
+    SetupDialog dialog = opened();
+    EXPECT_EQ(dialog.controls().txtFolder, folder.path().string());
+    dialog.txtFolder_Changed(other.path().string());
+    EXPECT_THAT(dialog.meaning().warnings, IsEmpty());
+    EXPECT_EQ(askedAbout, other.path()) << "the room is that of the folder shown";
+    dialog.cmdCancel_Click();
+    EXPECT_EQ(state.paths.DataDir, folder.path().string());
+    ASSERT_TRUE(dialog.cmdOK_Click());
+    EXPECT_EQ(state.paths.DataDir, other.path().string());
+    EXPECT_TRUE(std::filesystem::is_empty(other.path())) << "looking at a folder leaves nothing there";
+}
+
+TEST_F(SetupDialogTest, ANewDataFolderMustExistAndTakeFiles) {
+    const AcqSettings before = state.settings;
+    SetupDialog dialog = opened();
+    dialog.controls().cwnRate = 5;
+    const auto refused = [&](const std::string& where) {
+        dialog.txtFolder_Changed(where);
+        EXPECT_THAT(dialog.meaning().warnings, HasSubstr("Folder: "));
+        const Result<void> stored = dialog.cmdOK_Click();
+        return stored ? "accepted" : stored.error().text;
+    };
+    std::ofstream(folder / "file") << "x";
+    EXPECT_THAT(refused((folder / "none").string()), HasSubstr("none is no folder. Create it or choose another one."));
+    EXPECT_THAT(refused((folder / "file").string()), HasSubstr("file is no folder."));
+    EXPECT_THAT(refused(""), HasSubstr("Enter the folder"));
+#ifdef __linux__
+    EXPECT_THAT(refused("/proc/self"), HasSubstr("/proc/self cannot be written to."));
+#endif
+    EXPECT_EQ(state.settings, before);
+    EXPECT_EQ(state.paths.DataDir, folder.path().string());
+}
+
+TEST_F(SetupDialogTest, ADataFolderThatIsGoneIsToldAndKeepsNothingElseFromBeingStored) {
+    state.paths.DataDir = (folder / "gone").string();
+    SetupDialog dialog = opened();
+    EXPECT_THAT(dialog.meaning().warnings, HasSubstr("gone is no folder"));
+    dialog.controls().cwnRate = 5;
+    ASSERT_TRUE(dialog.cmdOK_Click());
+    EXPECT_EQ(state.settings.sampling.Rate, 5);
+}
+
+// What the board says -------------------------------------------------------------------------------------------------
 
 TEST_F(SetupDialogTest, ItAsksTheBoardAboutWhatOKWouldConfigure) {
     AnalogInputConfig seen;

@@ -14,10 +14,7 @@ class ScaleWindowTest : public MainWindowTest {
 
     /// Opens the dialog and lets `drive` work in it; the dialog must be closed at its end.
     void inDialog(const std::function<void(QWidget& dialog)>& drive) {
-        WhenDialogOpens dialog("frmScale", [&drive](QWidget& shown) {
-            ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
-            drive(shown);
-        });
+        WhenDialogOpens dialog("frmScale", drive);
         action("mnuScale").trigger();
         ASSERT_TRUE(dialog.opened());
     }

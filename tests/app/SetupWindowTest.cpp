@@ -2,10 +2,14 @@
 #include "acquisition/Sound.h"
 #include "app/MainWindowFixture.h"
 #include "platform/qt/CWNumEdit.h"
+#include "support/RecordingFile.h"
 
 #include <QAbstractButton>
+#include <QClipboard>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTextDocument>
 
 namespace tavex2::test {
@@ -17,10 +21,7 @@ using testing::HasSubstr;
 class SetupWindowTest : public MainWindowTest {
   protected:
     void inDialog(const std::function<void(QWidget& dialog)>& drive, const char* command = "mnuEdit_1") {
-        WhenDialogOpens dialog("frmProperties", [&drive](QWidget& shown) {
-            ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
-            drive(shown);
-        });
+        WhenDialogOpens dialog("frmProperties", drive);
         action(command).trigger();
         ASSERT_TRUE(dialog.opened());
     }
@@ -54,6 +55,7 @@ class SetupWindowTest : public MainWindowTest {
     }
     static std::string line(QWidget& dialog) { return in<QLabel>(dialog, "lblMeaning").text().toStdString(); }
 
+    static QString deviceName(QWidget& dialog) { return in<QPlainTextEdit>(dialog, "txtDevice").toPlainText(); }
     /// The line without its marks for bold letters.
     static std::string plainLine(QWidget& dialog) {
         QTextDocument text;
@@ -173,7 +175,7 @@ TEST_F(SetupWindowTest, HasItsCaptionsFormatsLimitsAndTips) {
                   QStringLiteral("Check this box to record and save each channel's offset before data collection "
                                  "starts."));
         EXPECT_EQ(box(dialog, "cwnDevice").maximum(), 10);
-        EXPECT_EQ(in<QLineEdit>(dialog, "txtDevice").text(), QStringLiteral("Simulated board"));
+        EXPECT_EQ(deviceName(dialog), QStringLiteral("Simulated board"));
         click(dialog, "cmdCancel");
     });
 }
@@ -277,7 +279,7 @@ TEST_F(SetupWindowTest, CancelAndEscapeStoreNothing) {
         inDialog([escape](QWidget& dialog) {
             type(dialog, "cwnRate", "5");
             type(dialog, "cwnDevice", "4");
-            EXPECT_EQ(in<QLineEdit>(dialog, "txtDevice").text(), QStringLiteral("none"));
+            EXPECT_EQ(deviceName(dialog), QStringLiteral("none"));
             escape ? QTest::keyClick(&dialog, Qt::Key_Escape) : click(dialog, "cmdCancel");
         });
     EXPECT_EQ(saved(), before);
@@ -458,6 +460,100 @@ TEST_F(SetupWindowTest, OneLineTellsWhatTheSettingsComeTo) {
     });
 }
 
+TEST_F(SetupWindowTest, AChannelListStopsAtFiftyCharactersAndSaysSo) {
+    start();
+    const QString list = QStringLiteral("0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19");
+    inDialog([&](QWidget& dialog) {
+        auto& channels = in<QLineEdit>(dialog, "txtChannels");
+        QTest::mouseClick(&channels, Qt::LeftButton);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(dialog.focusWidget(), list);
+        EXPECT_THAT(plainLine(dialog), testing::Not(HasSubstr("50 characters")));
+        QTest::keyClicks(dialog.focusWidget(), QStringLiteral(",20"));
+        EXPECT_EQ(channels.text(), list + QLatin1Char(','));
+        EXPECT_THAT(plainLine(dialog), HasSubstr("Channels: the list holds 50 characters, and no more was taken."));
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Backspace);
+        EXPECT_THAT(plainLine(dialog), testing::Not(HasSubstr("50 characters")));
+        QApplication::clipboard()->setText(list + QStringLiteral(",20,21"));
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_V, Qt::ControlModifier);
+        EXPECT_THAT(plainLine(dialog), HasSubstr("no more was taken")) << "a part of what was pasted";
+        click(dialog, "cmdCancel");
+    });
+}
+
+TEST_F(SetupWindowTest, TheDataFolderIsNamedAndCanBeChosen) {
+    start();
+    const TemporaryFolder other;
+    const auto text = [](const std::filesystem::path& path) { return QString::fromStdString(path.string()); };
+    inDialog([&](QWidget& dialog) {
+        EXPECT_EQ(in<QLineEdit>(dialog, "txtFolder").text(), text(folder.path()));
+        in<QLineEdit>(dialog, "txtFolder").setText(text(folder / "none"));
+        EXPECT_THAT(plainLine(dialog), HasSubstr("none is no folder. Create it or choose another one."));
+        pressOK(dialog);
+        ASSERT_TRUE(dialog.isVisible());
+        const WhenDialogOpens browser("CommonDialog",
+                                      [&](QWidget& shown) { enterFileName(shown, text(other.path())); });
+        QTest::mouseClick(&in<QWidget>(dialog, "cmdBrowse"), Qt::LeftButton);
+        ASSERT_TRUE(browser.opened());
+        EXPECT_EQ(in<QLineEdit>(dialog, "txtFolder").text(), text(other.path()));
+        pressOK(dialog);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    collect();
+    WhenDialogOpens saving("CommonDialog", [&](QWidget& shown) {
+        EXPECT_EQ(dynamic_cast<QFileDialog&>(shown).directory().absolutePath(), text(other.path()));
+        shown.close();
+    });
+    action("mnuSave").trigger();
+    EXPECT_TRUE(saving.opened());
+}
+
+TEST_F(SetupWindowTest, ALongNameOfABoardIsShownWhole) {
+    const std::string longName(40, 'w');
+    const auto recording = folder / (longName + ".wav");
+    writeWave(recording, 1, 1000, std::vector<std::int16_t>(1000));
+    start({"Duration=0.05", "DIOMask=0", "Channels=0"}, "recording:" + recording.string());
+    inDialog([&](QWidget& dialog) {
+        auto& name = in<QPlainTextEdit>(dialog, "txtDevice");
+        EXPECT_THAT(name.toPlainText().toStdString(), HasSubstr(longName));
+        EXPECT_EQ(name.horizontalScrollBar()->maximum(), 0);
+        EXPECT_EQ(name.verticalScrollBar()->maximum(), 0) << "all of its lines have room";
+        EXPECT_THAT(name.toolTip().toStdString(), HasSubstr(longName)) << "where a name may be still longer";
+        click(dialog, "cmdCancel");
+    });
+}
+
+TEST_F(SetupWindowTest, WarningsNameABoxAsItsLabelDoes) {
+    start();
+    const std::vector<std::pair<const char*, std::function<void(AcqSettings&)>>> cases{
+        {"cwnRate", [](auto& s) { s.sampling.Rate = 0; }},
+        {"cwnDuration", [](auto& s) { s.sampling.Duration = 0; }},
+        {"cwnUpper", [](auto& s) { s.sampling.UpperVolts = 99; }},
+        {"cwnLower", [](auto& s) { s.sampling.LowerVolts = 99; }},
+        {"cwnRepeat", [](auto& s) { s.sampling.Repeat = 0; }},
+        {"cwnStartDelay", [](auto& s) { s.setup.StartDelay = 99; }},
+        {"cwnLatency_0", [](auto& s) { s.sampling.DIOLatency[0] = -1; }},
+        {"CWNumTriggerLevel", [](auto& s) { s.trigger.TriggerLevel = 99; }},
+        {"CWNumPretrigger", [](auto& s) { s.trigger.Pretrigger = 99; }},
+        {"txtFilename", [](auto& s) { s.setup.FilePrefix = "a/b"; }},
+        {"txtChannels", [](auto& s) { s.sampling.Channels.assign("0\t"); }}};
+    for (const auto& [name, spoil] : cases) {
+        AcqSettings stored;
+        stored.setup.TriggerMode = 1;
+        spoil(stored);
+        const WhenDialogOpens setup("frmProperties", [box = name](QWidget& dialog) {
+            QString label;
+            for (const QLabel* each : dialog.findChildren<QLabel*>())
+                if (each->buddy() == &in<QWidget>(dialog, box)) label = each->text().remove(QLatin1Char('&'));
+            EXPECT_THAT(plainLine(dialog), testing::HasSubstr(label.toStdString() + " ")) << box;
+            click(dialog, "cmdCancel");
+        });
+        load(write("Spoilt.set", encodeSetup(stored)));
+        EXPECT_TRUE(setup.opened());
+    }
+}
+
 TEST_F(SetupWindowTest, WaitsForACollectionAndEndsARealTimeView) {
     start({"Duration=3000", "DIOMask=0"});
     button("Collect").click();
@@ -539,7 +635,7 @@ TEST_F(SetupWindowTest, WildValuesOfAFileAreShownAndACollectionWithThemIsRefused
     wild.setup.TriggerMode = -4;
     const auto file = write("Wild.set", encodeSetup(wild));
     WhenDialogOpens setup("frmProperties", [](QWidget& dialog) {
-        EXPECT_THAT(line(dialog), HasSubstr("Duration must be"));
+        EXPECT_THAT(line(dialog), HasSubstr("Duration: must be"));
         click(dialog, "cmdOK");
     });
     load(file);

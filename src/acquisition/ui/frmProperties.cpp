@@ -1,8 +1,10 @@
 #include "acquisition/ui/frmProperties.h"
 
 #include "acquisition/AcqFields.h"
+#include "base/PathText.h"
 #include "platform/qt/CenterForm.h"
 #include "platform/qt/NumberBoxes.h"
+#include "platform/qt/QtFileDialogs.h"
 #include "ui_frmProperties.h"
 
 #include <QWhatsThis>
@@ -17,7 +19,7 @@ frmProperties::frmProperties(ProgramState& state, SetupServices services, QWidge
     m_ui->setupUi(this);
     m_boxes = new NumberBoxes(*this);
     connect(m_boxes, &NumberBoxes::told, this, &frmProperties::tell);
-    constexpr int lines = 3; // of the longest usual text, so that the dialog does not jump
+    constexpr int lines = 5; // of the longest usual text, so that the dialog does not jump
     m_ui->lblMeaning->setMinimumHeight(fontMetrics().lineSpacing() * lines);
     m_ui->lblMeaning->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     m_dialog.Form_Load();
@@ -57,8 +59,9 @@ void frmProperties::bind(CWNumEdit* box, double& value, const NumberBox& looks) 
 
 void frmProperties::bind(QLineEdit* box, std::string& value) {
     box->setText(QString::fromStdString(value));
-    connect(box, &QLineEdit::textChanged, this, [this, &value](const QString& entered) {
+    connect(box, &QLineEdit::textChanged, this, [this, box, &value](const QString& entered) {
         value = entered.toStdString();
+        if (entered.size() < box->maxLength()) m_told.clear();
         showState();
     });
 }
@@ -86,7 +89,15 @@ void frmProperties::whenClicked(QAbstractButton* button, std::function<void(bool
 
 void frmProperties::bindSampling() {
     SetupControls& c = m_dialog.controls();
+    constexpr int longestList = 50;
+    m_ui->txtChannels->setMaxLength(longestList);
     bind(m_ui->txtChannels, c.txtChannels);
+    connect(m_ui->txtChannels, &QLineEdit::inputRejected, this, [this] {
+        tell(tr("Channels: the list holds %1 characters, and no more was taken. Shorten it, for example with ranges "
+                "such "
+                "as 0:7.")
+                 .arg(longestList));
+    });
     bind(m_ui->cwnRate, c.cwnRate, "Rate", "0.\" Hz\"", true);
     bind(m_ui->cwnDuration, c.cwnDuration, "Duration", ".### \"s\"");
     bind(m_ui->cwnUpper, c.cwnUpper, "UpperVolts", "0.0\" V\"");
@@ -149,9 +160,31 @@ void frmProperties::bindFile() {
     bind({m_ui->optSaveType_0, m_ui->optSaveType_1}, c.optSaveType);
     bind(m_ui->txtFilename, c.txtFilename);
     bind(m_ui->CWNumTrial, c.CWNumTrial, "TrialNumber", "0", true);
+    bindFolder();
+}
+
+void frmProperties::bindFolder() {
+    const auto show = [this](const QString& folder) {
+        m_ui->txtFolder->setText(folder);
+        m_ui->txtFolder->setCursorPosition(static_cast<int>(folder.size())); // its last part is what tells it apart
+    };
+    show(QString::fromStdString(m_dialog.controls().txtFolder));
+    connect(m_ui->txtFolder, &QLineEdit::textChanged, this, [this](const QString& entered) {
+        m_dialog.txtFolder_Changed(entered.toStdString());
+        showState();
+    });
+    connect(m_ui->cmdBrowse, &QPushButton::clicked, this, [this, show] {
+        const auto chosen = QtFileDialogs(this).askFolder(tr("Folder in which trials are saved"),
+                                                          pathFromText(m_dialog.controls().txtFolder));
+        if (chosen) show(QString::fromStdString(pathText(*chosen)));
+    });
 }
 
 void frmProperties::bindDevice() {
+    constexpr int linesOfName = 5; // of the longest usual name; the tool tip has room for any
+    m_ui->txtDevice->setFixedHeight(
+        m_ui->txtDevice->fontMetrics().lineSpacing() * linesOfName +
+        2 * (m_ui->txtDevice->frameWidth() + qRound(m_ui->txtDevice->document()->documentMargin())));
     const FieldRange range = rangeOf("Device");
     m_ui->cwnDevice->setRange(range.lowest, range.highest);
     m_ui->cwnDevice->setWhole(true);
@@ -176,8 +209,9 @@ void frmProperties::showState() {
         each->setEnabled(c.toneEnabled());
     for (QRadioButton* each : {m_ui->optSaveType_0, m_ui->optSaveType_1})
         each->setEnabled(c.chkAutosave);
-    m_ui->txtDevice->setText(QString::fromStdString(c.txtDevice));
-    m_ui->txtDevice->setCursorPosition(0); // a long name shows its beginning
+    const QString name = QString::fromStdString(c.txtDevice);
+    m_ui->txtDevice->setPlainText(name);
+    m_ui->txtDevice->setToolTip(tr("Name of the A/D board.") + QLatin1Char('\n') + name);
     showMeaning();
 }
 

@@ -50,6 +50,7 @@ class frmProperties final : public QDialog {
     void bindSound();
     void bindOptions();
     void bindFile();
+    void bindFolder();
     void bindDevice();
 
     void bind(CWNumEdit* box, double& value, const char* field, const char* format, bool whole = false);

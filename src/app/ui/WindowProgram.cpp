@@ -125,14 +125,14 @@ struct WindowProgram::Parts {
         return tavex2::systemInformation(facts);
     }
 
-    TrialStorage storage() const {
+    static TrialStorage storage() {
         return {.fileBytes = [](int channels, std::int64_t samples) -> std::optional<std::uint64_t> {
                     const Result<std::uint64_t> bytes = lmbFileBytes(channels, samples);
                     return bytes ? std::optional(bytes.value()) : std::nullopt;
                 },
-                .freeBytes = [this]() -> std::optional<std::uint64_t> {
+                .freeBytes = [](const std::filesystem::path& folder) -> std::optional<std::uint64_t> {
                     std::error_code problem;
-                    const auto space = std::filesystem::space(pathFromText(state.paths.DataDir), problem);
+                    const auto space = std::filesystem::space(folder, problem);
                     return problem ? std::nullopt : std::optional<std::uint64_t>(space.available);
                 }};
     }

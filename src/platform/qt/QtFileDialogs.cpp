@@ -50,4 +50,15 @@ std::optional<std::filesystem::path> QtFileDialogs::askOpenName(const FileDialog
     return ask(dialog, request);
 }
 
+std::optional<std::filesystem::path> QtFileDialogs::askFolder(const QString& title,
+                                                              const std::filesystem::path& folder) {
+    QFileDialog dialog(m_parent);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    FileDialogRequest request;
+    request.title = title.toStdString();
+    request.folder = folder;
+    return ask(dialog, request);
+}
+
 } // namespace tavex2
