@@ -163,7 +163,7 @@ TEST_F(OutsideProgramsTest, AProgramThatIsMissingIsToldWithWhereItBelongs) {
     BareComputer bare;
     OutsidePrograms onBare{state, {.store = store, .messages = messages, .dialogs = dialogs, .shell = bare}};
     onBare.mnuProgram_Click(0);
-    state.LastSavedName = "Trial0001.lmb";
+    savedAs("Trial0001.lmb");
     onBare.mnuProgram_Click(0);
     onBare.mnuNotepad_Click();
     ASSERT_EQ(messages.shown.size(), 3U);

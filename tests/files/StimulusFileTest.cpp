@@ -103,13 +103,12 @@ TEST_F(StimulusFileTest, AnOldFileKeepsItsTailBehindTheNewDataWhichReadersIgnore
 
 TEST_F(StimulusFileTest, AnExportThatIsCancelledOrFailsLeavesTheOldFile) {
     const fs::path file = write("t.plv", "old");
-    collect(m_state, trialOf({{1, 2}, {3, 4}}));
-    const auto cancelled = WritePlv(file, m_state, {IfExists::Replace, [](int, int) { return false; }});
+    const auto trial = collectedTrial(m_state, trialOf({{1, 2}, {3, 4}}));
+    const auto cancelled = WritePlv(file, *trial, {IfExists::Replace, [](int, int) { return false; }});
     ASSERT_FALSE(cancelled);
     EXPECT_EQ(cancelled.error().kind, ErrorKind::Cancelled);
-    EXPECT_EQ(WritePlv(file, m_state, {IfExists::Refuse, {}}).error().kind, ErrorKind::AlreadyExists);
+    EXPECT_EQ(WritePlv(file, *trial, {IfExists::Refuse, {}}).error().kind, ErrorKind::AlreadyExists);
     EXPECT_EQ(bytesOf(file), "old");
-    EXPECT_TRUE(m_state.flags.Unsaved);
 }
 
 TEST_F(StimulusFileTest, TakesEveryElementTypeAndLowerBound) {
@@ -236,9 +235,9 @@ TEST_F(StimulusFileTest, ACancelledExportWritesNothingAndShowsNoBox) {
     m_dialogs.answers = {m_folder / "a.plv"};
     m_commands.mnuPulvo_Click();
     EXPECT_TRUE(m_messages.shown.empty());
-    EXPECT_THAT(m_view.status, HasSubstr("cancelled"));
+    EXPECT_THAT(m_state.notice, HasSubstr("cancelled"));
     EXPECT_TRUE(fs::is_empty(m_folder.path()));
-    EXPECT_TRUE(m_state.flags.TrialNotSaved);
+    EXPECT_TRUE(m_state.trials.CurrentTrial->TrialNotSaved);
 }
 
 TEST_F(StimulusFileTest, WhatCannotBeImportedIsToldAndChangesNothing) {
