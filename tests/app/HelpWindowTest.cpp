@@ -135,7 +135,13 @@ TEST_F(HelpWindowTest, F1OpensThePageOfTheWindowWithTheFocus) {
     expectHelpInDialog("mnuInfo", "frmInfo", "Measuring between cursors");
     expectHelpInDialog("mnuViewOverlay", "frmOverlay", "Overlaying trials");
     expectHelpInDialog("mnuAbout_0", "frmAbout", "About, help and a newer version");
-    expectHelpInDialog("mnuDigital", "MessageBox", "Messages and what to do");
+
+    start({"Duration=3000", "DIOMask=0"});
+    button("Collect").click();
+    expectHelpInDialog("tbStop", "MessageBox", "Messages and what to do");
+    WhenDialogOpens question("MessageBox", [](QWidget& box) { press(box, QMessageBox::Yes); });
+    button("Stop").click();
+    EXPECT_TRUE(question.opened());
 }
 
 TEST_F(HelpWindowTest, HelpThatIsOpenStaysUsableWhenADialogOpens) {
