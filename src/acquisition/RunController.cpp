@@ -339,6 +339,7 @@ std::shared_ptr<Trial> RunController::trialOf(const TrialData& samples, std::int
     trial->number = m_plan.number;
     trial->sampling = m_plan.sampling;
     trial->header = m_state.header;
+    trial->header.Title = {}; // that of the trial before
     trial->infoA = m_state.infoA;
     trial->infoB = m_state.infoB;
     trial->comments = m_state.comments;

@@ -129,6 +129,8 @@ void checkCommands(Looks looks, const ProgramState& state, const ViewInputs& inp
     looks.check(MouseZooms, inputs.zoom.MouseZooms);
     looks.check(MousePans, inputs.zoom.MousePans);
     looks.check(ZoomArea, inputs.zoom.zoomsArea);
+    looks.check(ButtonZoom, inputs.zoom.tool() == GraphTool::ZoomArea);
+    looks.check(ButtonPan, inputs.zoom.tool() == GraphTool::Pan);
 }
 
 } // namespace

@@ -6,7 +6,7 @@ namespace tavex2 {
 
 std::string labelOf(const LmbHeader& header, int channel) {
     const auto& label = header.Labels[static_cast<std::size_t>(channel) + 1];
-    return label.neverSet() ? "Channel " + zeroPadded(channel, 2) : label.trimmed();
+    return label.neverSet() ? "Channel " + zeroPadded(channel, 2) : label.text();
 }
 
 std::string channelUnitOf(const LmbHeader& header, int channel) {

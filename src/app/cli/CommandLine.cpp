@@ -121,6 +121,15 @@ CommandLineResult parseAndRun(int argc, const char* const* argv, const CommandLi
     collectCommand->add_option("--format", collect.formats, "File format: lmb, tab, lma or plv; repeatable")
         ->check(CLI::IsMember({"lmb", "tab", "lma", "plv"}))
         ->allow_extra_args(false);
+    collectCommand->add_option("--label", collect.texts.labels, "Label of a channel, counted from 0; repeatable")
+        ->type_name("K=TEXT")
+        ->allow_extra_args(false);
+    collectCommand->add_option("--unit", collect.texts.units, "Unit of a channel; repeatable")
+        ->type_name("K=TEXT")
+        ->allow_extra_args(false);
+    collectCommand->add_option("--comment", collect.texts.comments, "A line of comment, up to four; repeatable")
+        ->type_name("TEXT")
+        ->allow_extra_args(false);
     collectCommand->add_flag("--fast", collect.fast, "Let a simulated or recorded board deliver as fast as it can");
     collectCommand->add_option("--plot", collect.plot, "Draw the last trial into this picture (.png, .pdf, .svg)")
         ->type_name("F.png")

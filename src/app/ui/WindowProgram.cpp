@@ -1,9 +1,8 @@
 #include "app/ui/WindowProgram.h"
 
-#include "acquisition/RunController.h"
 #include "acquisition/SetupCommands.h"
-#include "acquisition/StartCondition.h"
 #include "app/Exit.h"
+#include "app/RunParts.h"
 #include "app/SettingsArguments.h"
 #include "app/StartUp.h"
 #include "app/StoredSettings.h"
@@ -17,9 +16,7 @@
 #include "help/HelpCommands.h"
 #include "help/ui/HelpKeys.h"
 #include "help/ui/HelpWindow.h"
-#include "platform/AnalogInput.h"
 #include "platform/BoardList.h"
-#include "platform/DigitalOutput.h"
 #include "platform/Environment.h"
 #include "platform/SoundOutput.h"
 #include "platform/SteadyClock.h"
@@ -35,7 +32,6 @@
 
 #include <filesystem>
 #include <optional>
-#include <random>
 
 namespace tavex2 {
 
@@ -75,11 +71,8 @@ struct WindowProgram::Parts {
     SoundOutput& sound;
     SteadyClock clock;
     ProgramState state;
-    std::mt19937 generator{std::random_device{}()};
     QtEventLoop events;
     BoardList boards;
-    AnalogInput analogInput{boards, events};
-    DigitalOutput digitalOutput{analogInput};
     frmMain window{state};
     QtMessages messages{&window};
     QtFileDialogs dialogs{&window};
@@ -87,7 +80,6 @@ struct WindowProgram::Parts {
     ExportCommands exports{state, dialogs, messages, window};
     StimulusCommands stimulusFiles{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
     OpenCommands open{state, dialogs, messages, window, [this] { return save.mnuSave_Click(); }};
-    SetupCommands setup{state, analogInput, dialogs, messages, window};
     std::unique_ptr<Shell> systemsShell = systemShell();
     Shell& shell = *systemsShell;
     OutsidePrograms programs{state, {.store = store, .messages = messages, .dialogs = dialogs, .shell = shell}};
@@ -100,17 +92,16 @@ struct WindowProgram::Parts {
                                {.refresh = [this] { window.refresh(); }, .RedrawTrials = [this] { window.RedrawTrials(); }}};
     AutosaveSink sink{save, exports};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
-    RunController run{state,
-                      {.analogInput = analogInput,
-                       .digitalOutput = digitalOutput,
-                       .clock = clock,
+    RunParts runParts{state,
+                      {.boards = boards,
                        .events = events,
+                       .clock = clock,
                        .messages = messages,
                        .sound = sound,
                        .view = window,
                        .sink = sink,
-                       .random = [this] { return std::uniform_real_distribution<double>(0.0, 1.0)(generator); },
                        .toneFile = toneFile}};
+    SetupCommands setup{state, runParts.analogInput, dialogs, messages, window};
     StartUpResult startUpResult;
     bool firstStart = false;                   ///< this user has never left the program, and asked for no board
     std::optional<std::filesystem::path> file; ///< to be opened when the window is shown
@@ -154,28 +145,26 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
     if (!boards) return boards.error();
     parts.boards = std::move(boards.value().list);
 
-    parts.analogInput.selectDevice(settings.setup.Device);
+    parts.runParts.analogInput.selectDevice(settings.setup.Device);
     parts.startUpResult = startUp(parts.state, {.store = store,
                                                 .sound = parts.sound,
-                                                .digitalOutput = parts.digitalOutput,
+                                                .digitalOutput = parts.runParts.digitalOutput,
                                                 .programFolder = programFolder(),
                                                 .toneFile = parts.toneFile,
                                                 .environment = environmentValue});
     if (const Result<void> set = applySettings(settings, request.settings); !set) return set.error();
     settings.setup.Device = boards.value().device.value_or(settings.setup.Device);
-    parts.state.flags.TriggerEnabled = settings.setup.TriggerMode == 1;
-    parts.analogInput.config.start = startConditionFor(settings, parts.state.flags.TriggerEnabled);
-    parts.analogInput.selectDevice(settings.setup.Device);
+    parts.runParts.confirmSettings();
 
     parts.window.connectCommands(
-        {.run = parts.run,
+        {.run = parts.runParts.run,
          .open = parts.open,
          .save = parts.save,
          .exports = parts.exports,
          .trialSets = parts.trialSets,
          .stimulusFiles = parts.stimulusFiles,
          .setup = parts.setup,
-         .setupServices = {.analogInput = parts.analogInput,
+         .setupServices = {.analogInput = parts.runParts.analogInput,
                            .sound = parts.sound,
                            .toneFile = parts.toneFile,
                            .storage = parts.storage()},
@@ -186,7 +175,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
                            .information = [&parts] { return parts.systemInformation(); }},
          .dialogs = parts.dialogs,
          .messages = parts.messages,
-         .deviceDescription = [&parts] { return parts.analogInput.deviceDescription(); },
+         .deviceDescription = [&parts] { return parts.runParts.analogInput.deviceDescription(); },
          .prepareExit =
              [&parts] {
                  return prepareExit(parts.state, parts.messages, parts.store,

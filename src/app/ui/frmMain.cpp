@@ -387,7 +387,11 @@ void frmMain::editComments() {
 void frmMain::mnuLabels_Click() {
     frmLabels(m_state, this).exec();
     m_legend->showNames(m_state.header);
-    if (m_state.DataPresent()) m_state.changeCurrent([this](Trial& trial) { trial.header = m_state.header; });
+    if (!m_state.DataPresent()) return;
+    m_state.changeCurrent([this](Trial& trial) {
+        trial.header.Labels = m_state.header.Labels;
+        trial.header.Units = m_state.header.Units;
+    });
 }
 
 void frmMain::mnuProperties_Click() {
