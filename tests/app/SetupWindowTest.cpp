@@ -301,6 +301,7 @@ TEST_F(SetupWindowTest, TheDataFolderIsNamedAndCanBeChosen) {
     const auto text = [](const std::filesystem::path& path) { return QString::fromStdString(path.string()); };
     inDialog([&](QWidget& dialog) {
         EXPECT_EQ(in<QLineEdit>(dialog, "txtFolder").text(), text(folder.path()));
+        EXPECT_TRUE(in<QWidget>(dialog, "txtFolder").toolTip().contains(text(folder.path()))) << "however long it is";
         in<QLineEdit>(dialog, "txtFolder").setText(text(folder / "none"));
         EXPECT_THAT(plainLine(dialog), HasSubstr("none is no folder. Create it or choose another one."));
         pressOK(dialog);
