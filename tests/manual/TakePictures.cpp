@@ -25,7 +25,10 @@ class Photographer {
   public:
     explicit Photographer(QString pictures) : m_pictures(std::move(pictures)) {
         m_sound.devices = 1;
-        m_store.values["Tavex2/Startup/Datadir"] = m_data.path().string();
+        // A name that fills the box for the folder, of which the end is seen.
+        const auto dataFolder = m_data.path() / "Isometric contractions" / "Subject S04";
+        std::filesystem::create_directories(dataFolder);
+        m_store.values["Tavex2/Startup/Datadir"] = dataFolder.string();
     }
 
     void takeAll() {

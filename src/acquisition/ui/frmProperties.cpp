@@ -209,6 +209,8 @@ void frmProperties::showState() {
         each->setEnabled(c.toneEnabled());
     for (QRadioButton* each : {m_ui->optSaveType_0, m_ui->optSaveType_1})
         each->setEnabled(c.chkAutosave);
+    m_ui->txtFolder->setToolTip(tr("Enter the folder in which trials are saved.") + QLatin1Char('\n') +
+                                QString::fromStdString(c.txtFolder));
     const QString name = QString::fromStdString(c.txtDevice);
     m_ui->txtDevice->setPlainText(name);
     m_ui->txtDevice->setToolTip(tr("Name of the A/D board.") + QLatin1Char('\n') + name);
