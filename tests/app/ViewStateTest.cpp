@@ -176,6 +176,8 @@ TEST_F(ViewStateTest, EveryMarkFollowsItsFieldWhereverThatWasSet) {
         {MouseZooms, [this](bool on) { inputs.zoom.MouseZooms = on; }},
         {MousePans, [this](bool on) { inputs.zoom.MousePans = on; }},
         {ZoomArea, [this](bool on) { inputs.zoom.zoomsArea = on; }},
+        {ButtonZoom, [this](bool on) { inputs.zoom.graphEnabled = on, inputs.zoom.trackMode = on ? 6 : 1; }},
+        {ButtonPan, [this](bool on) { inputs.zoom.graphEnabled = on, inputs.zoom.trackMode = on ? 3 : 1; }},
     };
     for (const auto& [command, set] : marks)
         for (const bool on : {true, false}) {
