@@ -5,6 +5,7 @@
 
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tavex2::test {
@@ -214,60 +215,6 @@ TEST_F(RunControllerTest, TheStartDelayIsAPhaseOfItsOwnAndLastsToTheMillisecond)
     EXPECT_LE(clock.milliseconds(), 2002);
 }
 
-TEST_F(RunControllerTest, StopDuringThePauseEndsItWithoutStarting) {
-    state.settings.setup.StartDelay = 5;
-    run.Collect();
-    events.pass(100);
-    messages.answers = {MessageAnswer::Yes};
-    run.Stop();
-    EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
-    EXPECT_FALSE(run.busy());
-    EXPECT_EQ(state.notice, "Stopped");
-    EXPECT_FALSE(state.run.stopEnabled);
-    EXPECT_FALSE(state.DataPresent());
-    EXPECT_EQ(state.TrialName(), "");
-    events.pass(10000);
-    EXPECT_THAT(input.log, ElementsAre("Configure")) << "the pause of a run that was stopped starts nothing";
-}
-
-TEST_F(RunControllerTest, ThePauseOfAStoppedRunDoesNotStartTheNextOneEarly) {
-    state.settings.setup.StartDelay = 5;
-    run.Collect();
-    events.pass(4000);
-    messages.answers = {MessageAnswer::Yes};
-    run.Stop();
-    run.Collect();
-    events.pass(4999);
-    EXPECT_EQ(state.run.phase, RunPhase::Pausing);
-    events.pass(1);
-    EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
-}
-
-TEST_F(RunControllerTest, NoDuringThePauseLetsTheCollectionStart) {
-    state.settings.setup.StartDelay = 1;
-    run.Collect();
-    events.pass(100);
-    messages.answers = {MessageAnswer::No};
-    run.Stop();
-    events.pass(900);
-    EXPECT_THAT(input.log, ElementsAre("Configure", "Start"));
-    EXPECT_TRUE(run.busy());
-}
-
-TEST_F(RunControllerTest, ThePauseEndsOnTimeWhileTheStopQuestionIsOpen) {
-    state.settings.setup.StartDelay = 1;
-    run.Collect();
-    messages.answers = {MessageAnswer::No};
-    messages.whileOpen = [&] {
-        events.pass(1000);
-        EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
-        input.deliver(5.0);
-        EXPECT_FALSE(state.DataPresent()) << "the trial waits for the answer";
-    };
-    run.Stop();
-    EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 5.0);
-}
-
 // The plan ------------------------------------------------------------------------------------------------------------
 
 TEST_F(RunControllerTest, WhatIsChangedWhileARunIsPausingAppliesToTheNextOne) {
@@ -351,68 +298,6 @@ TEST_F(RunControllerTest, AnUnsavedTrialThatIsReplacedIsTold) {
     EXPECT_EQ(state.notice, "Trial0003 was not saved; the next repeat has taken its place.");
 }
 
-// Stopping ------------------------------------------------------------------------------------------------------------
-
-TEST_F(RunControllerTest, StopAsksAndNoLeavesEverythingRunning) {
-    run.Collect();
-    messages.answers = {MessageAnswer::No};
-    run.Stop();
-    ASSERT_EQ(messages.shown.size(), 1U);
-    EXPECT_EQ(messages.shown[0].text, "Press Yes to stop A/D collection.  Data from current trial will be lost.");
-    EXPECT_EQ(messages.shown[0].title, "Stop Current Trial");
-    EXPECT_EQ(messages.shown[0].buttons, MessageButtons::YesNo);
-    EXPECT_TRUE(input.running());
-    EXPECT_TRUE(state.run.stopEnabled);
-    input.deliver(3.0);
-    EXPECT_EQ(run.outcome(), RunOutcome::Completed);
-}
-
-TEST_F(RunControllerTest, StopWithYesLosesTheTrialAndPutsBackTheOneBefore) {
-    collectAndDeliver(1.0);
-    state.changeCurrent([](Trial& trial) {
-        trial.Unsaved = trial.TrialNotSaved = false;
-        trial.AddedToAverage = true;
-    });
-    const TrialPtr first = state.trials.CurrentTrial;
-    run.Collect();
-    messages.answers = {MessageAnswer::Yes};
-    run.Stop();
-    EXPECT_FALSE(input.running());
-    EXPECT_EQ(state.notice, "Stopped");
-    EXPECT_FALSE(state.run.stopEnabled);
-    EXPECT_EQ(state.trials.CurrentTrial, first);
-    EXPECT_EQ(state.TrialName(), "Trial0001");
-    EXPECT_FALSE(state.Unsaved());
-    EXPECT_FALSE(state.TrialNotSaved());
-    EXPECT_TRUE(state.DataPresent());
-    EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage);
-    EXPECT_EQ(state.settings.sampling.NumSamples, 11);
-}
-
-TEST_F(RunControllerTest, StoppingTheVeryFirstTrialLeavesNoData) {
-    run.Collect();
-    messages.answers = {MessageAnswer::Yes};
-    run.Stop();
-    EXPECT_FALSE(state.DataPresent());
-    EXPECT_FALSE(state.TrialNotSaved());
-    EXPECT_FALSE(hasCurrentTrial(state));
-}
-
-TEST_F(RunControllerTest, ATrialThatIsCompleteBeforeTheStopQuestionIsAnsweredIsKept) {
-    for (const MessageAnswer answer : {MessageAnswer::Yes, MessageAnswer::No}) {
-        run.Collect();
-        messages.whileOpen = [&] { input.deliver(7.0); };
-        messages.answers = {answer};
-        run.Stop();
-        messages.whileOpen = nullptr;
-        EXPECT_EQ(run.outcome(), RunOutcome::Completed);
-        EXPECT_TRUE(state.Unsaved());
-        EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 7.0);
-        EXPECT_FALSE(state.run.stopEnabled);
-        EXPECT_FALSE(run.busy());
-    }
-}
-
 TEST_F(RunControllerTest, WaitsForTheTriggerUntilItHasFired) {
     state.flags.TriggerEnabled = true;
     state.settings.trigger.TriggerChannel = "1";
@@ -460,37 +345,6 @@ TEST_F(RunControllerTest, RepeatsGetNamesOfTheirOwnAndStopStaysEnabledUntilTheLa
     EXPECT_THAT(names, ElementsAre("Trial0001", "Trial0001-r2", "Trial0001-r3"));
     EXPECT_EQ(state.settings.setup.TrialNumber, 1);
     EXPECT_FALSE(run.busy());
-}
-
-TEST_F(RunControllerTest, StoppingInTheSecondRepeatKeepsTheFirst) {
-    state.settings.sampling.Repeat = 3;
-    run.Collect();
-    input.deliver(1.0, 0, false);
-    messages.answers = {MessageAnswer::Yes};
-    run.Stop();
-    EXPECT_EQ(state.TrialName(), "Trial0001");
-    EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 1.0);
-    EXPECT_TRUE(state.TrialNotSaved());
-    EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
-}
-
-TEST_F(RunControllerTest, ARepeatThatWasSavedStaysSavedWhenALaterOneIsStopped) {
-    state.settings.sampling.Repeat = 3;
-    run.Collect();
-    EXPECT_TRUE(state.run.awaitsFirstTrial());
-    input.deliver(1.0, 0, false);
-    EXPECT_FALSE(state.run.awaitsFirstTrial());
-    state.changeCurrent([](Trial& trial) { // as saving does
-        trial.name = "Mine";
-        trial.Unsaved = trial.TrialNotSaved = false;
-        trial.AddedToAverage = true;
-    });
-    messages.answers = {MessageAnswer::Yes};
-    run.Stop();
-    EXPECT_EQ(state.TrialName(), "Mine");
-    EXPECT_FALSE(state.Unsaved());
-    EXPECT_FALSE(state.TrialNotSaved());
-    EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage);
 }
 
 TEST_F(RunControllerTest, RepeatsThatArriveWhileOneIsBeingSavedWaitTheirTurn) {
