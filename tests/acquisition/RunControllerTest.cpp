@@ -5,6 +5,7 @@
 
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tavex2::test {
@@ -247,6 +248,28 @@ TEST_F(RunControllerTest, DebugModeSwitchedOffInThePauseStillDrivesNothing) {
     EXPECT_EQ(run.outcome(), RunOutcome::NoBoard);
 }
 
+TEST_F(RunControllerTest, DebugModeSwitchedOnMeanwhileDoesNotKeepStopFromStoppingTheBoard) {
+    run.Collect();
+    state.flags.DebugMode = true;
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    EXPECT_FALSE(input.running());
+    state.flags.DebugMode = false;
+    collectAndDeliver(2.0);
+    EXPECT_EQ(state.TrialName(), "Trial0002");
+}
+
+TEST_F(RunControllerTest, StopStopsNothingThatADebugRunDidNotStart) {
+    state.flags.DebugMode = true;
+    state.settings.setup.StartDelay = 1;
+    run.Collect();
+    state.flags.DebugMode = false;
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    EXPECT_THAT(input.log, IsEmpty());
+    EXPECT_EQ(state.notice, "Stopped");
+}
+
 // Trials --------------------------------------------------------------------------------------------------------------
 
 TEST_F(RunControllerTest, TheTrialThatIsShownStaysWholeWhileTheNextOneIsAwaited) {
@@ -259,47 +282,6 @@ TEST_F(RunControllerTest, TheTrialThatIsShownStaysWholeWhileTheNextOneIsAwaited)
     messages.answers = {MessageAnswer::Yes};
     run.Stop();
     EXPECT_EQ(state.trials.CurrentTrial, first);
-}
-
-TEST_F(RunControllerTest, ATrialCarriesWhenWhereAndHowItWasTaken) {
-    state.flags.TriggerEnabled = true;
-    state.settings.trigger.TriggerChannel = "1";
-    state.settings.trigger.Pretrigger = 50;
-    state.settings.sampling.DIOMask = 0b10;
-    state.settings.sampling.DIOLatency[1] = 7;
-    state.header.Labels[1].assign("V2");
-    state.comments[0].assign("quiet");
-    input.config.start = startConditionFor(state.settings, true);
-    run.Collect();
-    state.settings.trigger.TriggerLevel = 3; // too late for this one
-    input.deliver(1.0);
-    const Trial& trial = *state.trials.CurrentTrial;
-    EXPECT_EQ(trial.record.source, "Device: Fake board");
-    EXPECT_THAT(trial.record.start,
-                testing::MatchesRegex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}[+-][0-9]{2}:"
-                                      "[0-9]{2}"));
-    EXPECT_EQ(trial.record.triggerSample, 5);
-    ASSERT_TRUE(trial.record.trigger);
-    EXPECT_EQ(trial.record.trigger->TriggerLevel, 1.0F);
-    EXPECT_THAT(trial.record.pulses, ElementsAre(GivenPulse{.line = 1, .milliseconds = 7}));
-    EXPECT_EQ(trial.header.Labels[1].trimmed(), "V2");
-    EXPECT_EQ(trial.comments[0].trimmed(), "quiet");
-    EXPECT_EQ(trial.sampling.UpperVolts, 10.0F);
-}
-
-TEST_F(RunControllerTest, AnImmediateTrialHasNoTriggerAndEachRepeatItsOwnStartAndPulses) {
-    state.settings.sampling.Repeat = 2;
-    state.settings.sampling.DIOMask = 1;
-    run.Collect();
-    input.onData({FakeAnalogInput::block(2, 11, 0), 0, false, 0});
-    const Trial first = *state.trials.CurrentTrial;
-    input.onData({FakeAnalogInput::block(2, 11, 0), 1, true, 1100});
-    const Trial second = *state.trials.CurrentTrial;
-    EXPECT_FALSE(first.record.trigger);
-    EXPECT_FALSE(first.record.triggerSample);
-    EXPECT_THAT(first.record.pulses, testing::SizeIs(1));
-    EXPECT_THAT(second.record.pulses, testing::SizeIs(1));
-    EXPECT_NE(first.record.start.substr(17, 2), second.record.start.substr(17, 2)) << "11 s later, at 100 Hz";
 }
 
 TEST_F(RunControllerTest, AnUnsavedTrialThatIsReplacedIsTold) {
@@ -315,8 +297,6 @@ TEST_F(RunControllerTest, AnUnsavedTrialThatIsReplacedIsTold) {
     input.deliver(4.0, 1, true);
     EXPECT_EQ(state.notice, "Trial0003 was not saved; the next repeat has taken its place.");
 }
-
-// Repeats and errors -------------------------------------------------------------------------------------------------
 
 TEST_F(RunControllerTest, WaitsForTheTriggerUntilItHasFired) {
     state.flags.TriggerEnabled = true;

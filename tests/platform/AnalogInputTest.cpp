@@ -105,6 +105,7 @@ TEST_F(AnalogInputTest, RepeatsFollowEachOtherWithoutAMissingSample) {
     for (int b = 0; b < 3; ++b) {
         EXPECT_EQ(blocks[static_cast<std::size_t>(b)].index, b);
         EXPECT_EQ(blocks[static_cast<std::size_t>(b)].last, b == 2);
+        EXPECT_EQ(blocks[static_cast<std::size_t>(b)].firstScan, 33 * b);
         for (std::int64_t i = 0; i < 33; ++i)
             ASSERT_EQ(blocks[static_cast<std::size_t>(b)].samples->at(0, i), 1e-4 * static_cast<double>(b * 33 + i));
     }
@@ -143,6 +144,7 @@ TEST_F(AnalogInputTest, ATriggeredTrialHoldsTheCrossingBehindItsPreTriggerScans)
     EXPECT_NEAR(trial.at(1, 19), 0.099, 1e-12); // scan 299
     EXPECT_NEAR(trial.at(0, 0), 0.080, 1e-12);  // scan 280
     EXPECT_EQ(trial.samples(), 100);
+    EXPECT_EQ(blocks[0].firstScan, 280);
 }
 
 TEST_F(AnalogInputTest, SaysThatItWaitsForTheTriggerAndStopEndsTheWait) {
@@ -220,6 +222,7 @@ TEST_F(AnalogInputTest, ABoardThatFailsInALaterRepeatHasDeliveredTheEarlierOnes)
     EXPECT_EQ(blocks.size(), 1U);
     EXPECT_EQ(errors.at(0).context, "Fake board, after scan 30 of 100, repeat 2 of 3.");
     EXPECT_EQ(errors.at(0).arrived->samples(), 30);
+    EXPECT_EQ(errors.at(0).firstScan, 100);
 }
 
 TEST_F(AnalogInputTest, WithoutAScanThereIsNothingToKeep) {
@@ -314,6 +317,7 @@ TEST_F(AnalogInputTest, ContinuousDeliveryShowsTheNewestScansAndReadsEveryOne) {
     for (const AnalogBlock& block : blocks) {
         EXPECT_FALSE(block.last);
         EXPECT_LE(block.samples->samples(), 100);
+        EXPECT_NEAR(block.samples->at(0, 0), 1e-5 * static_cast<double>(block.firstScan), 1e-9);
         const std::int64_t n = block.samples->samples();
         for (std::int64_t i = 1; i < n; ++i)
             ASSERT_NEAR(block.samples->at(15, i) - block.samples->at(15, i - 1), 1e-5, 1e-9);

@@ -111,6 +111,41 @@ TEST(QueueEventLoopTest, GivesUpWhenItsTimeIsOverThoughSomethingStillWaits) {
     EXPECT_FALSE(ran);
 }
 
+TEST(QueueEventLoopTest, RunsNothingOnceItsUserIsDone) {
+    VirtualClock clock;
+    QueueEventLoop events(clock);
+    int ran = 0;
+    events.post([&] { ++ran; });
+    EXPECT_TRUE(events.runUntil([] { return true; }, hours(1)));
+    EXPECT_EQ(ran, 0);
+    events.post([&] { ++ran; });
+    EXPECT_TRUE(events.runUntil([&] { return ran == 1; }, hours(1)));
+    EXPECT_EQ(ran, 1) << "the second one waits for the next time";
+}
+
+TEST(QueueEventLoopTest, WhatWaitsForTheSameTimeRunsInTheOrderInWhichItWasAskedFor) {
+    VirtualClock clock;
+    QueueEventLoop events(clock);
+    std::vector<int> order;
+    for (const int i : {1, 2, 3})
+        events.after(milliseconds(5), [&order, i] { order.push_back(i); });
+    EXPECT_TRUE(events.runUntil([&] { return order.size() == 3; }, hours(1)));
+    EXPECT_THAT(order, testing::ElementsAre(1, 2, 3));
+}
+
+TEST(QueueEventLoopTest, WhatWasPostedDoesNotWaitForATimeThatIsStillToCome) {
+    VirtualClock clock;
+    QueueEventLoop events(clock);
+    std::vector<int> order;
+    events.after(milliseconds(2), [&] { order.push_back(2); });
+    events.after(milliseconds(1), [&] {
+        order.push_back(1);
+        events.post([&] { order.push_back(11); });
+    });
+    EXPECT_TRUE(events.runUntil([&] { return order.size() == 3; }, hours(1)));
+    EXPECT_THAT(order, testing::ElementsAre(1, 11, 2));
+}
+
 TEST(QueueEventLoopTest, WaitsForWhatAnotherThreadPosts) {
     VirtualClock clock;
     QueueEventLoop events(clock);

@@ -128,6 +128,51 @@ TEST(ScanAssemblerTest, GivesTheUnfinishedBlockWithItsPreTriggerScans) {
     EXPECT_THAT(result.unfinished, testing::ElementsAre(0.2, 0.3, 1, 2));
 }
 
+TEST(ScanAssemblerTest, TellsWhichScanOfTheStreamEachBlockBeginsWith) {
+    AssemblyConfig config = triggered(1.0, 0.1, true, 2, 3);
+    config.blocks = 2;
+    const std::vector<double> samples{0, 0.1, 0.2, 0.3, 1, 2, 3, 4, 5, 6};
+    for (const std::size_t piece : {1U, 3U, 10U}) {
+        ScanAssembler assembler = ScanAssembler::create(config).value();
+        std::vector<std::int64_t> begins;
+        for (std::size_t i = 0; i < samples.size(); i += piece)
+            EXPECT_TRUE(assembler.add(std::span(samples).subspan(i, std::min(piece, samples.size() - i)),
+                                      [&](const TrialArray&, int) { begins.push_back(assembler.firstScan()); }));
+        EXPECT_THAT(begins, testing::ElementsAre(2, 5)) << "in pieces of " << piece;
+    }
+}
+
+TEST(ScanAssemblerTest, ABoardIsAskedForNoScanBeyondTheLastBlock) {
+    const auto ignored = [](const TrialArray&, int) {};
+    ScanAssembler assembler = ScanAssembler::create({.channels = 1, .blockScans = 3, .blocks = 2}).value();
+    EXPECT_EQ(assembler.scansNeeded(), 6);
+    EXPECT_TRUE(assembler.add(std::vector<double>{1, 2, 3, 4}, ignored));
+    EXPECT_EQ(assembler.scansNeeded(), 2);
+    EXPECT_TRUE(assembler.add(std::vector<double>{5, 6, 7}, ignored));
+    EXPECT_EQ(assembler.scansNeeded(), 0);
+
+    ScanAssembler waiting = ScanAssembler::create(triggered(1.0, 0.1, true, 2, 5)).value();
+    EXPECT_TRUE(waiting.add(std::vector<double>{0, 0, 0}, ignored));
+    EXPECT_EQ(waiting.scansNeeded(), std::numeric_limits<std::int64_t>::max()) << "nobody knows when it fires";
+    EXPECT_TRUE(waiting.add(std::vector<double>{1}, ignored));
+    EXPECT_EQ(waiting.scansNeeded(), 2) << "two came before the crossing";
+}
+
+TEST(ScanAssemblerTest, TheTriggerWatchesItsOwnChannelAndEveryChannelKeepsWhatCameBefore) {
+    AssemblyConfig config = triggered(1.0, 0.1, true, 2, 4);
+    config.channels = 2;
+    config.trigger->column = 1;
+    config.limits = {.lower = -50, .upper = 50};
+    std::vector<TrialArray> blocks;
+    ScanAssembler assembler = ScanAssembler::create(config).value();
+    const std::vector<double> scans{0, 0, 99, 0, 20, 0, 30, 0.5, 99, 1, 50, 2};
+    EXPECT_TRUE(assembler.add(scans, [&](TrialArray block, int) { blocks.push_back(std::move(block)); }));
+    ASSERT_EQ(blocks.size(), 1U);
+    const auto second = blocks[0].doubles(1);
+    EXPECT_THAT(samplesOf(blocks[0]), testing::ElementsAre(20, 30, 50, 50));
+    EXPECT_THAT(std::vector<double>(second.begin(), second.end()), testing::ElementsAre(0, 0.5, 1, 2));
+}
+
 TEST(ScanAssemblerTest, RefusesShapesThatNoTrialHas) {
     EXPECT_FALSE(ScanAssembler::create({.channels = 0}));
     EXPECT_FALSE(ScanAssembler::create({.channels = 1, .blockScans = 0}));

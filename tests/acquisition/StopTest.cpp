@@ -2,16 +2,18 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+
 namespace tavex2::test {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
+using testing::Pair;
 
-/// The button "Stop" and its question.
-class RunStoppingTest : public RunControllerTest {};
+/// Stop in every phase of a collection, and what happens while its question is open.
+class StopTest : public RunControllerTest {};
 
-TEST_F(RunStoppingTest, StopAsksAndNoLeavesEverythingRunning) {
+TEST_F(StopTest, StopAsksAndNoLeavesEverythingRunning) {
     run.Collect();
     messages.answers = {MessageAnswer::No};
     run.Stop();
@@ -25,7 +27,7 @@ TEST_F(RunStoppingTest, StopAsksAndNoLeavesEverythingRunning) {
     EXPECT_EQ(run.outcome(), RunOutcome::Completed);
 }
 
-TEST_F(RunStoppingTest, StopWithYesLosesTheTrialAndPutsBackTheOneBefore) {
+TEST_F(StopTest, StopWithYesLosesTheTrialAndPutsBackTheOneBefore) {
     collectAndDeliver(1.0);
     state.changeCurrent([](Trial& trial) {
         trial.Unsaved = trial.TrialNotSaved = false;
@@ -47,7 +49,7 @@ TEST_F(RunStoppingTest, StopWithYesLosesTheTrialAndPutsBackTheOneBefore) {
     EXPECT_EQ(state.settings.sampling.NumSamples, 11);
 }
 
-TEST_F(RunStoppingTest, StoppingTheVeryFirstTrialLeavesNoData) {
+TEST_F(StopTest, StoppingTheVeryFirstTrialLeavesNoData) {
     run.Collect();
     messages.answers = {MessageAnswer::Yes};
     run.Stop();
@@ -56,7 +58,7 @@ TEST_F(RunStoppingTest, StoppingTheVeryFirstTrialLeavesNoData) {
     EXPECT_FALSE(hasCurrentTrial(state));
 }
 
-TEST_F(RunStoppingTest, ATrialThatIsCompleteBeforeTheStopQuestionIsAnsweredIsKept) {
+TEST_F(StopTest, ATrialThatIsCompleteBeforeTheStopQuestionIsAnsweredIsKept) {
     for (const MessageAnswer answer : {MessageAnswer::Yes, MessageAnswer::No}) {
         run.Collect();
         messages.whileOpen = [&] { input.deliver(7.0); };
@@ -71,83 +73,39 @@ TEST_F(RunStoppingTest, ATrialThatIsCompleteBeforeTheStopQuestionIsAnsweredIsKep
     }
 }
 
-TEST_F(RunStoppingTest, StopDuringThePauseEndsItWithoutStarting) {
-    state.settings.setup.StartDelay = 5;
-    run.Collect();
-    events.pass(100);
+TEST_F(StopTest, ABoardThatFailsWhileTheStopQuestionIsOpenKeepsThePartWhateverIsAnswered) {
+    for (const MessageAnswer answer : {MessageAnswer::Yes, MessageAnswer::No}) {
+        run.Collect();
+        messages.answers = {answer, MessageAnswer::Ok};
+        bool failed = false;
+        messages.whileOpen = [&] {
+            if (!std::exchange(failed, true))
+                input.onError({.code = -10010, .context = "scan 5.", .arrived = FakeAnalogInput::block(2, 5, 4.0)});
+        };
+        run.Stop();
+        messages.whileOpen = nullptr;
+        EXPECT_EQ(run.outcome(), RunOutcome::Failed);
+        EXPECT_THAT(state.TrialName(), testing::EndsWith("-partial"));
+        EXPECT_THAT(messages.shown.back().text, testing::HasSubstr("is kept as " + state.TrialName()));
+        EXPECT_NE(state.notice, "Stopped");
+        EXPECT_FALSE(run.busy());
+        state.trials = {};
+        messages.shown.clear();
+    }
+}
+
+TEST_F(StopTest, StoppedWhileItIsPaintedARunStartsNothing) {
+    state.settings.sampling.DIOMask = 1;
     messages.answers = {MessageAnswer::Yes};
-    run.Stop();
+    view.whilePainting = [&] { run.Stop(); };
+    run.Collect();
+    EXPECT_THAT(input.log, ElementsAre("Configure"));
+    EXPECT_THAT(dio.writes, ElementsAre(Pair(0, 0))) << "no pulse";
     EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
     EXPECT_FALSE(run.busy());
-    EXPECT_EQ(state.notice, "Stopped");
-    EXPECT_FALSE(state.run.stopEnabled);
-    EXPECT_FALSE(state.DataPresent());
-    EXPECT_EQ(state.TrialName(), "");
-    events.pass(10000);
-    EXPECT_THAT(input.log, ElementsAre("Configure")) << "the pause of a run that was stopped starts nothing";
 }
 
-TEST_F(RunStoppingTest, ThePauseOfAStoppedRunDoesNotStartTheNextOneEarly) {
-    state.settings.setup.StartDelay = 5;
-    run.Collect();
-    events.pass(4000);
-    messages.answers = {MessageAnswer::Yes};
-    run.Stop();
-    run.Collect();
-    events.pass(4999);
-    EXPECT_EQ(state.run.phase, RunPhase::Pausing);
-    events.pass(1);
-    EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
-}
-
-TEST_F(RunStoppingTest, NoDuringThePauseLetsTheCollectionStart) {
-    state.settings.setup.StartDelay = 1;
-    run.Collect();
-    events.pass(100);
-    messages.answers = {MessageAnswer::No};
-    run.Stop();
-    events.pass(900);
-    EXPECT_THAT(input.log, ElementsAre("Configure", "Start"));
-    EXPECT_TRUE(run.busy());
-}
-
-TEST_F(RunStoppingTest, ThePauseEndsOnTimeWhileTheStopQuestionIsOpen) {
-    state.settings.setup.StartDelay = 1;
-    run.Collect();
-    messages.answers = {MessageAnswer::No};
-    messages.whileOpen = [&] {
-        events.pass(1000);
-        EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
-        input.deliver(5.0);
-        EXPECT_FALSE(state.DataPresent()) << "the trial waits for the answer";
-    };
-    run.Stop();
-    EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 5.0);
-}
-
-TEST_F(RunStoppingTest, DebugModeSwitchedOnMeanwhileDoesNotKeepStopFromStoppingTheBoard) {
-    run.Collect();
-    state.flags.DebugMode = true;
-    messages.answers = {MessageAnswer::Yes};
-    run.Stop();
-    EXPECT_FALSE(input.running());
-    state.flags.DebugMode = false;
-    collectAndDeliver(2.0);
-    EXPECT_EQ(state.TrialName(), "Trial0002");
-}
-
-TEST_F(RunStoppingTest, StopStopsNothingThatADebugRunDidNotStart) {
-    state.flags.DebugMode = true;
-    state.settings.setup.StartDelay = 1;
-    run.Collect();
-    state.flags.DebugMode = false;
-    messages.answers = {MessageAnswer::Yes};
-    run.Stop();
-    EXPECT_THAT(input.log, IsEmpty());
-    EXPECT_EQ(state.notice, "Stopped");
-}
-
-TEST_F(RunStoppingTest, StoppingInTheSecondRepeatKeepsTheFirst) {
+TEST_F(StopTest, StoppingInTheSecondRepeatKeepsTheFirst) {
     state.settings.sampling.Repeat = 3;
     run.Collect();
     input.deliver(1.0, 0, false);
@@ -159,7 +117,7 @@ TEST_F(RunStoppingTest, StoppingInTheSecondRepeatKeepsTheFirst) {
     EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
 }
 
-TEST_F(RunStoppingTest, ARepeatThatWasSavedStaysSavedWhenALaterOneIsStopped) {
+TEST_F(StopTest, ARepeatThatWasSavedStaysSavedWhenALaterOneIsStopped) {
     state.settings.sampling.Repeat = 3;
     run.Collect();
     EXPECT_TRUE(state.run.awaitsFirstTrial());
@@ -176,6 +134,60 @@ TEST_F(RunStoppingTest, ARepeatThatWasSavedStaysSavedWhenALaterOneIsStopped) {
     EXPECT_FALSE(state.Unsaved());
     EXPECT_FALSE(state.TrialNotSaved());
     EXPECT_TRUE(state.trials.CurrentTrial->AddedToAverage);
+}
+
+TEST_F(StopTest, StopDuringThePauseEndsItWithoutStarting) {
+    state.settings.setup.StartDelay = 5;
+    run.Collect();
+    events.pass(100);
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    EXPECT_EQ(run.outcome(), RunOutcome::Stopped);
+    EXPECT_FALSE(run.busy());
+    EXPECT_EQ(state.notice, "Stopped");
+    EXPECT_FALSE(state.run.stopEnabled);
+    EXPECT_FALSE(state.DataPresent());
+    EXPECT_EQ(state.TrialName(), "");
+    events.pass(10000);
+    EXPECT_THAT(input.log, ElementsAre("Configure")) << "the pause of a run that was stopped starts nothing";
+}
+
+TEST_F(StopTest, ThePauseOfAStoppedRunDoesNotStartTheNextOneEarly) {
+    state.settings.setup.StartDelay = 5;
+    run.Collect();
+    events.pass(4000);
+    messages.answers = {MessageAnswer::Yes};
+    run.Stop();
+    run.Collect();
+    events.pass(4999);
+    EXPECT_EQ(state.run.phase, RunPhase::Pausing);
+    events.pass(1);
+    EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
+}
+
+TEST_F(StopTest, NoDuringThePauseLetsTheCollectionStart) {
+    state.settings.setup.StartDelay = 1;
+    run.Collect();
+    events.pass(100);
+    messages.answers = {MessageAnswer::No};
+    run.Stop();
+    events.pass(900);
+    EXPECT_THAT(input.log, ElementsAre("Configure", "Start"));
+    EXPECT_TRUE(run.busy());
+}
+
+TEST_F(StopTest, ThePauseEndsOnTimeWhileTheStopQuestionIsOpen) {
+    state.settings.setup.StartDelay = 1;
+    run.Collect();
+    messages.answers = {MessageAnswer::No};
+    messages.whileOpen = [&] {
+        events.pass(1000);
+        EXPECT_EQ(state.run.phase, RunPhase::Acquiring);
+        input.deliver(5.0);
+        EXPECT_FALSE(state.DataPresent()) << "the trial waits for the answer";
+    };
+    run.Stop();
+    EXPECT_EQ(state.trials.CurrentTrial->samples->at(0, 0), 5.0);
 }
 
 } // namespace
