@@ -455,7 +455,7 @@ TEST_F(SetupWindowTest, WildValuesOfAFileAreShownAndACollectionWithThemIsRefused
     load(file);
     ASSERT_TRUE(setup.opened());
     WhenDialogOpens refusal("MessageBox", [](QWidget& box) {
-        EXPECT_THAT(dynamic_cast<QMessageBox&>(box).text().toStdString(), HasSubstr("Duration must be"));
+        EXPECT_THAT(dynamic_cast<QMessageBox&>(box).text().toStdString(), HasSubstr("Duration: must be"));
         press(box, QMessageBox::Ok);
     });
     button("Collect").click();
