@@ -470,7 +470,7 @@ TEST_F(SetupWindowTest, ASetupFileOfTheCommandLineOpensWithTheWindow) {
         EXPECT_EQ(box(dialog, "cwnRate").value(), 321);
         click(dialog, "cmdOK");
     });
-    startWith({.board = "simulator", .file = file});
+    startWith({.board = "simulator", .files = {file}});
     ASSERT_TRUE(waitFor([&] { return setup.opened(); }));
     EXPECT_EQ(window().windowTitle(), QStringLiteral("Bench"));
 }

@@ -16,8 +16,7 @@ struct TrialTexts {
 };
 
 /// Enters them for the trials to come, whose channel list is known. Errors WrongUsage, naming the argument: a channel
-/// that is not collected, a text that a trial file
-/// would cut or has no characters for, more than four comments.
+/// that is not collected, a text that a trial file would cut or has no characters for, more than four comments.
 Result<void> enterTexts(ProgramState& state, const TrialTexts& texts);
 
 } // namespace tavex2
