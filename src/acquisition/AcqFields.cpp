@@ -37,11 +37,6 @@ std::string number(T value) {
         return plainNumber(static_cast<double>(value));
 }
 
-bool isControl(char character) {
-    const auto code = static_cast<unsigned char>(character);
-    return code < 0x20 || code == 0x7F;
-}
-
 std::string quoted(std::string_view text) {
     return '"' + printable(text, LineBreaks::Escape) + '"';
 }
@@ -91,7 +86,7 @@ Problem assign(std::array<std::int16_t, 8>& field, const FieldRange& range, std:
 }
 
 Problem controlsIn(std::string_view text) {
-    if (std::ranges::none_of(text, isControl)) return {};
+    if (!hasControlCharacters(text)) return {};
     return "cannot hold control characters, as " + quoted(text) + " does.";
 }
 
@@ -168,13 +163,6 @@ Problem unfit(Bool16, const FieldRange&) {
 
 } // namespace
 
-std::vector<std::string> fieldNames() {
-    std::vector<std::string> names;
-    const AcqSettings settings;
-    forEachField(settings, [&](std::string_view name, const auto&, const FieldRange&) { names.emplace_back(name); });
-    return names;
-}
-
 FieldRange rangeOf(std::string_view name) {
     FieldRange found;
     const AcqSettings settings;
@@ -200,6 +188,20 @@ Result<void> setField(AcqSettings& settings, std::string_view name, std::string_
                                               "Duration, Repeat and FilePrefix."};
     if (problem) return Error{ErrorKind::InvalidValue, std::string(name) + " " + *problem};
     return {};
+}
+
+std::string boxOf(std::string_view field) {
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 8> labels{{{"StartDelay", "Start delay (s)"},
+                                                                                   {"DIOLatency", "Delay"},
+                                                                                   {"UpperVolts", "Upper"},
+                                                                                   {"LowerVolts", "Lower"},
+                                                                                   {"TriggerLevel", "Level"},
+                                                                                   {"TriggerChannel", "Channel"},
+                                                                                   {"Pretrigger", "Pretrigger %"},
+                                                                                   {"FilePrefix", "Filename"}}};
+    for (const auto& [each, label] : labels)
+        if (each == field) return std::string(label) + ":";
+    return std::string(field) + ":"; // the others are called as their field is
 }
 
 std::optional<FieldProblem> collectionProblem(const AcqSettings& settings, bool triggerEnabled) {

@@ -83,9 +83,6 @@ void forEachField(Settings& settings, Visit&& visit) {
     visit("SoundAfter", sound.SoundAfter, FieldRange{});
 }
 
-/// The names of all fields, in the order of the setup file.
-std::vector<std::string> fieldNames();
-
 /// The range of a field; an empty one for text, yes/no fields and unknown names.
 FieldRange rangeOf(std::string_view name);
 
@@ -95,6 +92,9 @@ FieldRange rangeOf(std::string_view name);
 /// number, lies outside the range, would be cut or holds control characters, and for the fields that the program
 /// derives itself.
 Result<void> setField(AcqSettings& settings, std::string_view name, std::string_view text);
+
+/// The label of the setup dialog's box for a field, as the user sees it: "Rate:", "Upper:" for UpperVolts.
+std::string boxOf(std::string_view field);
 
 /// What is wrong with one field: `text` follows the field's name or the caption of its control, as in "Rate must be
 /// ...".

@@ -14,9 +14,9 @@ std::string RunPlan::nameOf(int repeat) const {
 
 Result<RunPlan> planRun(const ProgramState& state, const StartCondition& start) {
     const auto& [setup, sampling, trigger, sound] = state.settings;
-    if (const auto usable = checkCollectable(state.settings, state.flags.TriggerEnabled); !usable)
-        return Error{ErrorKind::InvalidValue,
-                     "These settings cannot be collected with. " + usable.error().text + " Correct it in the setup."};
+    if (const auto problem = collectionProblem(state.settings, state.flags.TriggerEnabled))
+        return Error{ErrorKind::InvalidValue, "These settings cannot be collected with. " + boxOf(problem->field) +
+                                                  " " + problem->text + " Correct it in the setup."};
     if (setup.TrialNumber == std::numeric_limits<std::int16_t>::max())
         return Error{ErrorKind::InvalidValue,
                      "The trial number cannot go above 32767. Set a smaller number in the setup."};

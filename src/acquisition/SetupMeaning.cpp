@@ -91,21 +91,6 @@ std::string pulseSentence(const SamplingSettings& sampling) {
     return " The window stands still for " + timeText(seconds) + " while the pulses are given.";
 }
 
-/// The label of the box that shows a field.
-std::string labelOf(std::string_view field) {
-    constexpr std::array<std::pair<std::string_view, std::string_view>, 8> labels{{{"StartDelay", "Start delay (s)"},
-                                                                                   {"DIOLatency", "Delay"},
-                                                                                   {"UpperVolts", "Upper"},
-                                                                                   {"LowerVolts", "Lower"},
-                                                                                   {"TriggerLevel", "Level"},
-                                                                                   {"TriggerChannel", "Channel"},
-                                                                                   {"Pretrigger", "Pretrigger %"},
-                                                                                   {"FilePrefix", "Filename"}}};
-    for (const auto& [each, label] : labels)
-        if (each == field) return std::string(label) + ":";
-    return std::string(field) + ":"; // the others are called as their field is
-}
-
 } // namespace
 
 std::string sizeText(double bytes) {
@@ -127,7 +112,7 @@ SetupMeaning meaningOf(const AcqSettings& settings, bool triggered, const CWAI& 
         meaning.summary += runSentences(settings, triggered) + pulseSentence(settings.sampling);
 
     if (problem)
-        meaning.warnings += " " + labelOf(problem->field) + " " + problem->text;
+        meaning.warnings += " " + boxOf(problem->field) + " " + problem->text;
     else if (const std::string refusal = analogInput.refusalOf(configurationFor(settings, start)); !refusal.empty())
         meaning.warnings += " " + refusal;
     if (const std::string item = possiblyCutItem(settings.sampling.Channels); !item.empty() && !problem)

@@ -13,7 +13,9 @@ namespace {
 
 class LmbSignal final : public RecordedSignal {
   public:
-    LmbSignal(LmbFile file, std::string name) : m_file(std::move(file)), m_name(std::move(name)) {}
+    LmbSignal(LmbFile file, std::string name) : m_file(std::move(file)), m_name(std::move(name)) {
+        if (!m_file.identified) m_name += " (without identification)";
+    }
 
     std::string name() const override { return m_name; }
     int channels() const override { return m_file.samples.channels(); }
@@ -38,7 +40,7 @@ class LmbSignal final : public RecordedSignal {
 } // namespace
 
 Result<std::unique_ptr<RecordedSignal>> openLmbSignal(const std::filesystem::path& path) {
-    Result<LmbFile> file = readLmbFile(path);
+    Result<LmbFile> file = readLmbOfAnyKind(path);
     if (!file) return file.error();
     if (const double rateHz = file.value().header.Rate; rateHz != std::floor(rateHz))
         return Error{ErrorKind::InvalidValue, pathText(path) + " was taken at " + plainNumber(rateHz) +

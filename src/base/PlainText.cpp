@@ -52,6 +52,10 @@ std::string lowerCase(std::string_view text) {
     return small;
 }
 
+bool hasControlCharacters(std::string_view text) {
+    return std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
+}
+
 std::string rightAligned(std::string_view text, std::size_t width) {
     return blanksTo(text, width) += text;
 }

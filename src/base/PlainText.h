@@ -12,6 +12,9 @@ std::string_view withoutBlanks(std::string_view text);
 /// Text with small letters for the capital ones of ASCII.
 std::string lowerCase(std::string_view text);
 
+/// Whether text holds ASCII control characters, such as tabs and line ends.
+bool hasControlCharacters(std::string_view text);
+
 /// UTF-8 text filled with blanks on its left, or on its right, to so many characters; a longer one stands in full.
 std::string rightAligned(std::string_view text, std::size_t width);
 std::string leftAligned(std::string_view text, std::size_t width);

@@ -14,6 +14,7 @@
 #include <limits>
 #include <span>
 #include <string_view>
+#include <utility>
 
 namespace tavex2 {
 
@@ -117,7 +118,8 @@ Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string
                         LmbStart start) {
     LmbFile file;
     file.versionMajor = 2;
-    if (start == LmbStart::Header)
+    file.identified = start == LmbStart::Identification;
+    if (!file.identified)
         bytes += lmbIdentificationBytes;
     else if (auto read = readIdentification(in, bytes, name, file); !read)
         return read.error();
@@ -148,6 +150,13 @@ Result<LmbFile> readLmbFile(const std::filesystem::path& path, const FileProgres
     Result<InputFile> file = openForReading(path);
     if (!file) return file.error();
     return readLmb(file.value().stream, file.value().bytes, pathText(path), progress, start);
+}
+
+Result<LmbFile> readLmbOfAnyKind(const std::filesystem::path& path, const FileProgress& progress) {
+    Result<LmbFile> read = readLmbFile(path, progress);
+    if (read || !isForeign(path)) return read;
+    Result<LmbFile> readWhole = readLmbFile(path, progress, LmbStart::Header);
+    return readWhole ? std::move(readWhole) : std::move(read);
 }
 
 } // namespace tavex2

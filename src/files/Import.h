@@ -17,6 +17,7 @@ namespace tavex2 {
 
 /// What a trial file holds.
 struct LmbFile {
+    bool identified = true;  ///< it begins with its identification text
     int versionMajor = 0;    ///< 2 of version 2.00
     double versionMinor = 0; ///< its first decimal, as .5 of version 2.50
     LmbHeader header;
@@ -42,6 +43,10 @@ bool isForeign(const std::filesystem::path& path);
 /// (empty, of another kind, cut short, impossible counts or rate); OutOfMemory; Cancelled.
 Result<LmbFile> readLmbFile(const std::filesystem::path& path, const FileProgress& progress = {},
                             LmbStart start = LmbStart::Identification);
+
+/// The same, but a file without the identification is read from its first byte. One that is no trial file that way
+/// either gets the error of the first try.
+Result<LmbFile> readLmbOfAnyKind(const std::filesystem::path& path, const FileProgress& progress = {});
 
 /// The same from a stream at its start that holds `bytes` bytes; `name` stands for the file in messages.
 Result<LmbFile> readLmb(std::istream& in, std::uint64_t bytes, const std::string& name,

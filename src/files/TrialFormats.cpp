@@ -23,7 +23,7 @@ std::uint64_t lmbBytes(int channels, std::int64_t samples) {
     return bytes ? bytes.value() : 0;
 }
 
-constexpr std::uint64_t headBytes = 4096; ///< more than the head of any table has
+constexpr std::uint64_t headBytes = 8192; ///< more than the head of any table has: a whole path and 64 columns
 
 /// Rows of so many characters for the time and for each value, separators and line ends included.
 std::uint64_t tableBytes(int channels, std::int64_t samples, std::uint64_t time, std::uint64_t value) {

@@ -110,10 +110,16 @@ TEST_F(RunControllerTest, RefusesSettingsThatNoTrialCanHaveAndChangesNothing) {
     run.Collect();
     ASSERT_EQ(messages.shown.size(), 1U);
     EXPECT_THAT(messages.shown[0].text,
-                testing::HasSubstr("Duration must be a number from 0.01 to 3600 s, not \"-1\"."));
+                testing::HasSubstr("Duration: must be a number from 0.01 to 3600 s, not \"-1\"."));
     EXPECT_EQ(state.settings.setup.TrialNumber, 0);
     EXPECT_THAT(input.log, IsEmpty());
     EXPECT_FALSE(run.busy());
+
+    state.settings.sampling.Duration = 1;
+    state.settings.sampling.UpperVolts = 11;
+    run.Collect();
+    ASSERT_EQ(messages.shown.size(), 2U);
+    EXPECT_THAT(messages.shown[1].text, testing::HasSubstr("Upper: must be")) << "by the name of its box";
 }
 
 TEST_F(RunControllerTest, WithoutADeviceItSaysSoAndChangesNothingElse) {

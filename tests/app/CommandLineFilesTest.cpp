@@ -74,7 +74,17 @@ TEST_F(CommandLineTest, ATrialFileWithoutIdentificationOpensAsInTheWindow) {
     }
     EXPECT_EQ(bytesOf(folder / "back.lmb"), bytesOf(trial));
 
+    EXPECT_EQ(run({"collect", "--fast", "--out", out.string(), "--board", "recording:" + foreign, "--set", "Rate=100",
+                   "--set", "Duration=0.5", "--set", "FilePrefix=Again", "--json"}),
+              0)
+        << stdErr.str();
+    EXPECT_EQ(sample("Again0001.lmb", 51, 0, 50), volts(50));
+    EXPECT_THAT(nlohmann::json::parse(stdOut.str()).at("Board").get<std::string>(),
+                HasSubstr("foreign.lmb (without identification)"));
+
     std::ofstream(foreign, std::ios::binary) << bytesOf(trial).substr(81);
+    EXPECT_EQ(run({"collect", "--fast", "--out", out.string(), "--board", "recording:" + foreign}), 1);
+    EXPECT_THAT(errorLine(), HasSubstr("does not start with"));
     EXPECT_EQ(run({"show", foreign}), 1);
     EXPECT_THAT(errorLine(), HasSubstr("does not start with")) << "a file of quite another kind is told once";
 }

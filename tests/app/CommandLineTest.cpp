@@ -510,8 +510,24 @@ TEST_F(CommandLineTest, ASetupFileAsksForTheWindow) {
     ASSERT_TRUE(writeSetupFile(folder / "Protocol.SET", AcqSettings{}));
     EXPECT_EQ(run({(folder / "Protocol.SET").string(), "--board", "simulator"}), 0) << stdErr.str();
     ASSERT_TRUE(result.window);
-    EXPECT_EQ(result.window->file, folder / "Protocol.SET");
+    EXPECT_THAT(result.window->files, ElementsAre(folder / "Protocol.SET"));
     EXPECT_EQ(result.window->board, "simulator");
+}
+
+TEST_F(CommandLineTest, SeveralFilesAskForOneWindow) {
+    ASSERT_EQ(collect({"--trials", "2"}), 0);
+    const fs::path first = out / "Trial0001.lmb";
+    const fs::path second = out / "Trial0002.lmb";
+    EXPECT_EQ(run({first.string(), second.string(), "--set", "Rate=10"}), 0) << stdErr.str();
+    ASSERT_TRUE(result.window);
+    EXPECT_THAT(result.window->files, ElementsAre(first, second));
+    EXPECT_THAT(result.window->settings, ElementsAre("Rate=10"));
+
+    EXPECT_EQ(run({first.string(), (folder / "missing.lmb").string()}), 1);
+    EXPECT_THAT(errorLine(), AllOf(HasSubstr("There is no file"), HasSubstr("missing.lmb")));
+    EXPECT_FALSE(result.window);
+    EXPECT_EQ(run({first.string(), "show"}), 2) << "a command takes its files behind it";
+    EXPECT_EQ(run({first.string(), "notes.txt"}), 2);
 }
 
 TEST_F(CommandLineTest, WhatIsNeitherACommandNorASetupFileIsWrongUsage) {

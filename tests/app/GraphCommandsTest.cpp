@@ -524,6 +524,33 @@ TEST_F(GraphCommandsTest, AGraphIsSavedAsPngAndPdf) {
     }
 }
 
+TEST_F(GraphCommandsTest, APicturesNameWithAPointGetsItsExtension) {
+    startWithATrial();
+    const auto save = [this](const char* command, const char* name) {
+        QMenu* menu = askForMenu(cwG(), QContextMenuEvent::Keyboard);
+        const QString path = QString::fromStdString((folder / name).string());
+        WhenDialogOpens dialog("CommonDialog", [&](QWidget& shown) { enterFileName(shown, path); });
+        menu->findChild<QAction*>(QLatin1String(command))->trigger();
+        menu->close();
+        EXPECT_TRUE(dialog.opened());
+    };
+    save("mnuSavePng", "Pilot1.5");
+    EXPECT_EQ(bytesOf(folder / "Pilot1.5.png").substr(0, 4), "\x89PNG");
+    save("mnuSavePdf", "Pilot1.5");
+    EXPECT_EQ(bytesOf(folder / "Pilot1.5.pdf").substr(0, 4), "%PDF");
+    EXPECT_FALSE(std::filesystem::exists(folder / "Pilot1.5"));
+
+    const std::string before = bytesOf(folder / "Pilot1.5.png");
+    cwG().clearPlots();
+    WhenDialogOpens question("MessageBox", [](QWidget& box) {
+        EXPECT_TRUE(dynamic_cast<QMessageBox&>(box).text().contains(QLatin1String("Pilot1.5.png already exists")));
+        press(box, QMessageBox::No);
+    });
+    save("mnuSavePng", "Pilot1.5");
+    EXPECT_TRUE(question.opened());
+    EXPECT_EQ(bytesOf(folder / "Pilot1.5.png"), before);
+}
+
 TEST_F(GraphCommandsTest, APictureThatCannotBeWrittenSaysWhy) {
     startWithATrial();
     QMenu* menu = askForMenu(graph("cwGAvg"), QContextMenuEvent::Mouse);

@@ -35,7 +35,7 @@ class MainWindowTest : public testing::Test {
         m_program = std::move(program).value();
         m_program->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
-        if (!request.file) { // else a dialog opens over it
+        if (request.files.empty()) { // else a dialog opens over it
             ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
         }
     }

@@ -347,6 +347,19 @@ TEST_F(MainWindowTest, ASavedTrialIsOpenedAgain) {
     EXPECT_NE(second, window().windowTitle());
 }
 
+TEST_F(MainWindowTest, FilesNamedAtTheStartOpenOneAfterTheOther) {
+    start();
+    for (const char* name : {"First.lmb", "Second.lmb"}) {
+        collect();
+        saveAs(QString::fromStdString((folder / name).string()));
+    }
+    startWith({.board = "simulator", .files = {folder / "First.lmb", folder / "Second.lmb"}});
+    EXPECT_TRUE(waitFor([this] { return window().windowTitle() == QStringLiteral("Second"); }));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "no box a file when there are several";
+    EXPECT_GT(plots("cwG"), 0);
+    EXPECT_GT(plots("cwGLast"), 0) << "the first one";
+}
+
 TEST_F(MainWindowTest, TheSpreadsheetItemWaitsForAFile) {
     start();
     auto& view = child<QMenu>("mnuView");

@@ -455,7 +455,7 @@ TEST_F(SetupWindowTest, WildValuesOfAFileAreShownAndACollectionWithThemIsRefused
     load(file);
     ASSERT_TRUE(setup.opened());
     WhenDialogOpens refusal("MessageBox", [](QWidget& box) {
-        EXPECT_THAT(dynamic_cast<QMessageBox&>(box).text().toStdString(), HasSubstr("Duration must be"));
+        EXPECT_THAT(dynamic_cast<QMessageBox&>(box).text().toStdString(), HasSubstr("Duration: must be"));
         press(box, QMessageBox::Ok);
     });
     button("Collect").click();
@@ -470,7 +470,7 @@ TEST_F(SetupWindowTest, ASetupFileOfTheCommandLineOpensWithTheWindow) {
         EXPECT_EQ(box(dialog, "cwnRate").value(), 321);
         click(dialog, "cmdOK");
     });
-    startWith({.board = "simulator", .file = file});
+    startWith({.board = "simulator", .files = {file}});
     ASSERT_TRUE(waitFor([&] { return setup.opened(); }));
     EXPECT_EQ(window().windowTitle(), QStringLiteral("Bench"));
 }

@@ -17,6 +17,14 @@ TEST(AlignedTest, CountsCharactersNotBytes) {
     EXPECT_EQ(rightAligned("\u20ac", 2), " \u20ac");
 }
 
+TEST(HasControlCharactersTest, FindsThemAndNoOthers) {
+    for (const char* text : {"a\tb", "\n", "\x1f", "\x7f"})
+        EXPECT_TRUE(hasControlCharacters(text));
+    EXPECT_TRUE(hasControlCharacters(std::string_view("a\0", 2)));
+    for (const char* text : {"", " a~", "M\u00fcller \u00b5V", "\xff"})
+        EXPECT_FALSE(hasControlCharacters(text)) << text;
+}
+
 TEST(PrintableTest, ShowsControlCharactersByTheirNumber) {
     EXPECT_EQ(printable("a\x1b[31mb", LineBreaks::Keep), "a\\u001b[31mb");
     EXPECT_EQ(printable(std::string("\0\x7f", 2), LineBreaks::Keep), "\\u0000\\u007f");

@@ -93,7 +93,9 @@ constexpr const char* boardHelp = "A device number, or simulator, simulator:seed
 
 /// Reads the command line and runs its command.
 CommandLineResult parseAndRun(int argc, const char* const* argv, const CommandLineServices& services) {
-    CLI::App app{"Tavex2, analog data acquisition. Without a command it opens the window.", "tavex2"};
+    CLI::App app{
+        "Tavex2, analog data acquisition. Without a command it opens the window, with the files that are named.",
+        "tavex2"};
     app.set_version_flag("--version", std::string("tavex2 ") + versionText);
     app.require_subcommand(0, 1);
 
@@ -101,8 +103,8 @@ CommandLineResult parseAndRun(int argc, const char* const* argv, const CommandLi
     app.add_option("--board", window.board, boardHelp)->type_name("SPEC")->check(name());
     app.add_option("--set", window.settings, settingHelp)->type_name("NAME=VALUE")->allow_extra_args(false);
 
-    std::string file;
-    app.add_option("FILE", file, "Open this trial file (.lmb, .plv) or setup file (.set)")->check(name());
+    std::vector<std::string> files;
+    app.add_option("FILE", files, "Open these trial files (.lmb, .plv) or setup files (.set)")->check(name());
 
     CollectRequest collect;
     CLI::App* collectCommand = app.add_subcommand("collect", "Collect trials and save them");
@@ -217,9 +219,10 @@ CommandLineResult parseAndRun(int argc, const char* const* argv, const CommandLi
     if (*plotCommand) return ran(writing(plot.picture, [&] { return plotFile(plot, services); }));
     if (*toneCommand) return ran(writing(tone.file, [&] { return writeToneFile(tone); }));
     if (*boardsCommand) return ran(listBoards(boardsAsJson, services));
-    if (!file.empty()) {
-        window.file = wholePath(pathFromText(file));
-        if (const Result<void> openable = checkOpenable(*window.file, file); !openable) return ran(openable.error());
+    for (const std::string& file : files) {
+        window.files.push_back(wholePath(pathFromText(file)));
+        if (const Result<void> openable = checkOpenable(window.files.back(), file); !openable)
+            return ran(openable.error());
     }
     return {exitDone, window};
 }

@@ -42,9 +42,9 @@ struct CommandLineServices {
 
 /// How the window is to be opened.
 struct WindowRequest {
-    std::optional<std::string> board = std::nullopt;          ///< a board specification or device number
-    std::vector<std::string> settings{};                      ///< NAME=VALUE
-    std::optional<std::filesystem::path> file = std::nullopt; ///< to be opened, an absolute path
+    std::optional<std::string> board = std::nullopt; ///< a board specification or device number
+    std::vector<std::string> settings{};             ///< NAME=VALUE
+    std::vector<std::filesystem::path> files{};      ///< to be opened one after the other, absolute paths
 };
 
 /// What the command line asked for: an exit code of a command that has run, or a window to open.

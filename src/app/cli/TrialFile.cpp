@@ -16,13 +16,12 @@ FileProgress untilInterrupted() {
 }
 
 Result<LmbFile> readLmbOfAnyKind(const std::filesystem::path& path, std::ostream& err) {
-    Result<LmbFile> read = readLmbFile(path, untilInterrupted());
-    if (read || !isForeign(path)) return read;
-    Result<LmbFile> readWhole = readLmbFile(path, untilInterrupted(), LmbStart::Header);
-    if (!readWhole) return read; // it is no trial file at all
-    err << "tavex2: " << oneLine(pathText(path))
-        << ": File format was not a Lumidor2 binary file (.LMB) or file is corrupt. It was read from its first byte.\n";
-    return readWhole;
+    Result<LmbFile> read = readLmbOfAnyKind(path, untilInterrupted());
+    if (read && !read.value().identified)
+        err << "tavex2: " << oneLine(pathText(path))
+            << ": File format was not a Lumidor2 binary file (.LMB) or file is corrupt. It was read from its first "
+               "byte.\n";
+    return read;
 }
 
 Result<TrialPtr> readTrialFile(const std::filesystem::path& path, std::ostream& err) {

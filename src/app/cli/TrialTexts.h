@@ -15,8 +15,8 @@ struct TrialTexts {
     std::vector<std::string> comments; ///< up to four lines
 };
 
-/// Enters them for the trials to come. Errors WrongUsage, naming the argument: no such channel, a text that a trial file
-/// would cut or has no characters for, more than four comments.
+/// Enters them for the trials to come, whose channel list is known. Errors WrongUsage, naming the argument: a channel
+/// that is not collected, a text that a trial file would cut or has no characters for, more than four comments.
 Result<void> enterTexts(ProgramState& state, const TrialTexts& texts);
 
 } // namespace tavex2

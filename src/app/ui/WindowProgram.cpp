@@ -32,6 +32,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 namespace tavex2 {
 
@@ -88,8 +89,8 @@ struct WindowProgram::Parts {
     HelpWindow helpWindow;
     HelpCommands help{helpFolder(programFolder()), helpWindow, messages};
     HelpKeys helpKeys{help};
-    TrialSetCommands trialSets{state, messages,
-                               {.refresh = [this] { window.refresh(); }, .RedrawTrials = [this] { window.RedrawTrials(); }}};
+    TrialSetCommands trialSets{
+        state, messages, {.refresh = [this] { window.refresh(); }, .RedrawTrials = [this] { window.RedrawTrials(); }}};
     AutosaveSink sink{save, exports};
     std::filesystem::path toneFile = toneFileIn(programFolder(), userFolder());
     RunParts runParts{state,
@@ -103,8 +104,8 @@ struct WindowProgram::Parts {
                        .toneFile = toneFile}};
     SetupCommands setup{state, runParts.analogInput, dialogs, messages, window};
     StartUpResult startUpResult;
-    bool firstStart = false;                   ///< this user has never left the program, and asked for no board
-    std::optional<std::filesystem::path> file; ///< to be opened when the window is shown
+    bool firstStart = false;                  ///< this user has never left the program, and asked for no board
+    std::vector<std::filesystem::path> files; ///< to be opened when the window is shown
 
     std::string systemInformation() const {
         SystemFacts facts{.operatingSystem = QSysInfo::prettyProductName().toStdString(),
@@ -137,7 +138,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
                                                              SoundOutput& sound) {
     auto made = std::make_unique<Parts>(store, sound);
     Parts& parts = *made;
-    parts.file = request.file;
+    parts.files = request.files;
     parts.firstStart = !request.board && readText(store, stored::programDir, "").empty();
     // Paths on the command line are meant from the folder in which the program was started, which start-up leaves.
     AcqSettings& settings = parts.state.settings;
@@ -194,7 +195,8 @@ void WindowProgram::show() {
         m_parts->state.notice = "The simulated board is in use; its number in the setup (Ctrl+E) chooses another.";
     m_parts->window.refresh();
     // When the events run, so that the dialog opens over the window.
-    if (m_parts->file) QTimer::singleShot(0, &m_parts->window, [this] { m_parts->window.openFiles({*m_parts->file}); });
+    if (!m_parts->files.empty())
+        QTimer::singleShot(0, &m_parts->window, [this] { m_parts->window.openFiles(m_parts->files); });
 }
 
 frmMain& WindowProgram::window() {

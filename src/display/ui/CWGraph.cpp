@@ -1,5 +1,6 @@
 #include "display/ui/CWGraph.h"
 
+#include "base/Decimal.h"
 #include "display/TraceColours.h"
 #include "display/ui/GraphAxis.h"
 #include "display/ui/TracePlottable.h"
@@ -31,8 +32,8 @@ bool asksForMenu(Qt::KeyboardModifiers modifiers) {
 }
 
 QString rangeText(double from, double to, const char* unit) {
-    return QStringLiteral("%1 to %2 %3")
-        .arg(QString::number(from, 'g', 4), QString::number(to, 'g', 4), QLatin1String(unit));
+    constexpr int digits = 4;
+    return QString::fromStdString(generalDecimal(from, digits) + " to " + generalDecimal(to, digits) + " " + unit);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "display/ui/GraphPictures.h"
 
 #include "display/ui/PaperGraph.h"
+#include "platform/SaveName.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -57,12 +58,13 @@ void GraphPictures::save(const CWGraph& graph, const std::string& kind, Save sav
     const std::unique_ptr<CWGraph> picture = copyOnPaper(graph);
     std::string kindName = kind;
     std::ranges::transform(kindName, kindName.begin(), [](unsigned char c) { return std::toupper(c); });
-    const auto path = m_dialogs.askSaveName({.title = "Save picture",
-                                             .defaultExtension = kind,
-                                             .filter = kindName + " picture|*." + kind + "|All files|*.*",
-                                             .filterIndex = 0,
-                                             .folder = {},
-                                             .initialName = m_proposedName() + "." + kind});
+    const auto path = askNameToSave(m_dialogs, m_messages,
+                                    {.title = "Save picture",
+                                     .defaultExtension = kind,
+                                     .filter = kindName + " picture|*." + kind + "|All files|*.*",
+                                     .filterIndex = 0,
+                                     .folder = {},
+                                     .initialName = m_proposedName() + "." + kind});
     if (!path) return;
     if (const Result<void> saved = saveAs(*picture, *path, graph.width(), graph.height()); !saved)
         m_messages.show({saved.error().text, "Error", MessageIcon::Exclamation, MessageButtons::Ok});

@@ -1,5 +1,6 @@
 #include "display/ui/LabelScaleTicker.h"
 
+#include "base/Decimal.h"
 #include "display/TickText.h"
 
 #include <algorithm>
@@ -26,7 +27,8 @@ void LabelScaleTicker::generate(const QCPRange& range, const QLocale& locale, QC
     if (m_only) {
         ticks = {*m_only};
         if (subTicks != nullptr) subTicks->clear();
-        if (tickLabels != nullptr) *tickLabels = {QString::number(*m_only * m_factor, 'g', digitsOfOnlyTick)};
+        if (tickLabels != nullptr)
+            *tickLabels = {QString::fromStdString(generalDecimal(*m_only * m_factor, digitsOfOnlyTick))};
         return;
     }
     const QCPRange shown(range.lower * m_factor, range.upper * m_factor);

@@ -1,5 +1,6 @@
 #include "platform/qt/CWNumEdit.h"
 
+#include "base/Decimal.h"
 #include "base/NumberFormat.h"
 #include "base/PlainText.h"
 
@@ -19,8 +20,8 @@ namespace {
 /// settings does not come up as 0.05000000074505806.
 QString plainText(double value) {
     const auto single = static_cast<float>(value);
-    return static_cast<double>(single) == value ? QString::number(value, 'g', 7)
-                                                : QString::number(value, 'g', QLocale::FloatingPointShortest);
+    return QString::number(static_cast<double>(single) == value ? shortestDouble(single) : value, 'g',
+                           QLocale::FloatingPointShortest);
 }
 
 } // namespace
