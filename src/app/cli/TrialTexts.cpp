@@ -1,8 +1,11 @@
 #include "app/cli/TrialTexts.h"
 
 #include "base/Windows1252.h"
+#include "platform/ChannelList.h"
 
+#include <algorithm>
 #include <charconv>
+#include <limits>
 #include <span>
 #include <string_view>
 
@@ -22,7 +25,13 @@ Result<std::string> fileText(const std::string& option, std::string_view text, s
     return bytes;
 }
 
-Result<void> enterSlots(const std::string& option, const std::vector<std::string>& arguments,
+/// How many channels are recorded; as many as there can be while the list is none.
+int channelsOf(const SamplingSettings& sampling) {
+    const auto list = parseChannelList(sampling.Channels.trimmed(), std::numeric_limits<int>::max());
+    return list ? static_cast<int>(list.value().size()) : mostChannels;
+}
+
+Result<void> enterSlots(const std::string& option, const std::vector<std::string>& arguments, int channels,
                         std::span<FixedText<10>> slots) {
     constexpr std::size_t mostCharacters = 10;
     for (const std::string& argument : arguments) {
@@ -31,10 +40,10 @@ Result<void> enterSlots(const std::string& option, const std::vector<std::string
         const char* const end = argument.data() + std::min(equals, argument.size());
         const auto parsed = std::from_chars(argument.data(), end, channel);
         if (equals == std::string::npos || parsed.ec != std::errc{} || parsed.ptr != end || channel < 0 ||
-            channel >= mostChannels)
-            return Error{ErrorKind::WrongUsage, option + " takes K=TEXT with K from 0 to " +
-                                                    std::to_string(mostChannels - 1) + ", as " + option +
-                                                    " 0=Force, not \"" + argument + "\"."};
+            channel >= channels)
+            return Error{ErrorKind::WrongUsage, option + " takes K=TEXT, as " + option + " 0=Force, with K from 0 to " +
+                                                    std::to_string(channels - 1) +
+                                                    " for the places in the channel list, not \"" + argument + "\"."};
         const auto text = fileText(option, std::string_view(argument).substr(equals + 1), mostCharacters);
         if (!text) return text.error();
         slots[static_cast<std::size_t>(channel) + 1].assign(text.value());
@@ -45,11 +54,12 @@ Result<void> enterSlots(const std::string& option, const std::vector<std::string
 } // namespace
 
 Result<void> enterTexts(ProgramState& state, const TrialTexts& texts) {
-    if (auto entered = enterSlots("--label", texts.labels, state.header.Labels); !entered) return entered;
-    if (auto entered = enterSlots("--unit", texts.units, state.header.Units); !entered) return entered;
+    const int channels = channelsOf(state.settings.sampling);
+    if (auto entered = enterSlots("--label", texts.labels, channels, state.header.Labels); !entered) return entered;
+    if (auto entered = enterSlots("--unit", texts.units, channels, state.header.Units); !entered) return entered;
     if (texts.comments.size() > state.comments.size())
-        return Error{ErrorKind::WrongUsage, "A trial has room for four comments, not for " +
-                                                std::to_string(texts.comments.size()) + "."};
+        return Error{ErrorKind::WrongUsage,
+                     "A trial has room for four comments, not for " + std::to_string(texts.comments.size()) + "."};
     constexpr std::size_t mostCharacters = 60; // as many as the comment form takes
     for (std::size_t line = 0; line < texts.comments.size(); ++line) {
         const auto text = fileText("--comment", texts.comments[line], mostCharacters);
