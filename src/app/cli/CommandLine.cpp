@@ -123,10 +123,12 @@ CommandLineResult parseAndRun(int argc, const char* const* argv, const CommandLi
     collectCommand->add_option("--format", collect.formats, "File format: lmb, tab, lma or plv; repeatable")
         ->check(CLI::IsMember({"lmb", "tab", "lma", "plv"}))
         ->allow_extra_args(false);
-    collectCommand->add_option("--label", collect.texts.labels, "Label of a channel, counted from 0; repeatable")
+    collectCommand
+        ->add_option("--label", collect.texts.labels,
+                     "Label of a channel by its place in the channel list from 0, such as 2=Force; repeatable")
         ->type_name("K=TEXT")
         ->allow_extra_args(false);
-    collectCommand->add_option("--unit", collect.texts.units, "Unit of a channel; repeatable")
+    collectCommand->add_option("--unit", collect.texts.units, "Unit of a channel, such as 2=N; repeatable")
         ->type_name("K=TEXT")
         ->allow_extra_args(false);
     collectCommand->add_option("--comment", collect.texts.comments, "A line of comment, up to four; repeatable")

@@ -24,16 +24,17 @@ Result<void> saveFinePng(CWGraph& graph, const std::filesystem::path& path, int 
 
 } // namespace
 
-GraphPictures::GraphPictures(FileDialogs& dialogs, Messages& messages, std::function<std::string()> proposedName,
-                             QObject* parent)
-    : QObject(parent), m_dialogs(dialogs), m_messages(messages), m_proposedName(std::move(proposedName)) {}
+GraphPictures::GraphPictures(FileDialogs& dialogs, Messages& messages, QObject* parent)
+    : QObject(parent), m_dialogs(dialogs), m_messages(messages) {}
 
-void GraphPictures::serve(CWGraph& graph) {
+void GraphPictures::serve(CWGraph& graph, std::function<std::string()> proposedName) {
     connect(&graph, &CWGraph::menuRequested, this,
-            [this, &graph](const QPoint& globalPosition) { showMenu(graph, globalPosition); });
+            [this, &graph, proposedName = std::move(proposedName)](const QPoint& globalPosition) {
+                showMenu(graph, proposedName(), globalPosition);
+            });
 }
 
-void GraphPictures::showMenu(CWGraph& graph, const QPoint& globalPosition) {
+void GraphPictures::showMenu(CWGraph& graph, const std::string& name, const QPoint& globalPosition) {
     auto* menu = new QMenu(graph.window());
     menu->setObjectName(QStringLiteral("mnuGraph"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
@@ -43,8 +44,8 @@ void GraphPictures::showMenu(CWGraph& graph, const QPoint& globalPosition) {
         connect(action, &QAction::triggered, this, command);
     };
     add("mnuCopyPicture", tr("&Copy picture"), [this, &graph] { copy(graph); });
-    add("mnuSavePng", tr("Save as P&NG..."), [this, &graph] { save(graph, "png", saveFinePng); });
-    add("mnuSavePdf", tr("Save as P&DF..."), [this, &graph] { save(graph, "pdf", saveAsPdf); });
+    add("mnuSavePng", tr("Save as P&NG..."), [this, &graph, name] { save(graph, name, "png", saveFinePng); });
+    add("mnuSavePdf", tr("Save as P&DF..."), [this, &graph, name] { save(graph, name, "pdf", saveAsPdf); });
     menu->popup(globalPosition);
 }
 
@@ -53,7 +54,7 @@ void GraphPictures::copy(const CWGraph& graph) {
     QApplication::clipboard()->setImage(picture);
 }
 
-void GraphPictures::save(const CWGraph& graph, const std::string& kind, Save saveAs) {
+void GraphPictures::save(const CWGraph& graph, const std::string& name, const std::string& kind, Save saveAs) {
     // Copied now: a new trial may arrive while the dialog is open.
     const std::unique_ptr<CWGraph> picture = copyOnPaper(graph);
     std::string kindName = kind;
@@ -64,7 +65,7 @@ void GraphPictures::save(const CWGraph& graph, const std::string& kind, Save sav
                                      .filter = kindName + " picture|*." + kind + "|All files|*.*",
                                      .filterIndex = 0,
                                      .folder = {},
-                                     .initialName = m_proposedName() + "." + kind});
+                                     .initialName = name + "." + kind});
     if (!path) return;
     if (const Result<void> saved = saveAs(*picture, *path, graph.width(), graph.height()); !saved)
         m_messages.show({saved.error().text, "Error", MessageIcon::Exclamation, MessageButtons::Ok});

@@ -16,23 +16,20 @@ class GraphPictures final : public QObject {
     Q_OBJECT
 
   public:
-    /// `proposedName` gives the stem of a picture's file name.
-    GraphPictures(FileDialogs& dialogs, Messages& messages, std::function<std::string()> proposedName,
-                  QObject* parent = nullptr);
+    GraphPictures(FileDialogs& dialogs, Messages& messages, QObject* parent = nullptr);
 
-    /// Gives a graph the menu.
-    void serve(CWGraph& graph);
+    /// Gives a graph the menu; `proposedName` gives the stem of its picture's file name.
+    void serve(CWGraph& graph, std::function<std::string()> proposedName);
 
   private:
     using Save = Result<void> (*)(CWGraph& graph, const std::filesystem::path& path, int width, int height);
 
-    void showMenu(CWGraph& graph, const QPoint& globalPosition);
+    void showMenu(CWGraph& graph, const std::string& name, const QPoint& globalPosition);
     void copy(const CWGraph& graph);
-    void save(const CWGraph& graph, const std::string& kind, Save saveAs);
+    void save(const CWGraph& graph, const std::string& name, const std::string& kind, Save saveAs);
 
     FileDialogs& m_dialogs;
     Messages& m_messages;
-    std::function<std::string()> m_proposedName;
 };
 
 } // namespace tavex2

@@ -52,10 +52,12 @@ void GraphsPanel::watchPointer(CWGraph& graph, std::function<SamplingSettings()>
 }
 
 void GraphsPanel::offerPictures(FileDialogs& dialogs, Messages& messages) {
-    m_pictures.emplace(dialogs, messages,
-                       [this] { return m_state.TrialName().empty() ? std::string("Graph") : m_state.TrialName(); });
-    for (CWGraph* graph : {&m_cwG, &m_cwGLast, &m_cwGAvg})
-        m_pictures->serve(*graph);
+    m_pictures.emplace(dialogs, messages);
+    const TrialBuffers& trials = m_state.trials;
+    const auto nameOf = [](const TrialPtr& trial) { return trial ? trial->name : std::string("Graph"); };
+    m_pictures->serve(m_cwG, [=, &trials] { return nameOf(trials.CurrentTrial); });
+    m_pictures->serve(m_cwGLast, [=, &trials] { return nameOf(trials.LastTrial); });
+    m_pictures->serve(m_cwGAvg, [] { return std::string("Average"); });
 }
 
 void GraphsPanel::showTexts(const QString& currentHint, const QString& averageRemark) {
