@@ -162,7 +162,7 @@ void RunController::start() {
 /// No data will come. A trial that is there stays whole; where there is none, the collection leaves one without samples.
 void RunController::endWithoutBoard() {
     if (!m_state.trials.CurrentTrial) m_state.trials.CurrentTrial = trialOf(nullptr, 0);
-    finish(RunOutcome::NoBoard);
+    finish(RunOutcome::NoBoard, "Debug mode: the board was not driven.");
     m_services.view.refresh();
 }
 

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <regex>
 #include <string>
 
 namespace tavex2::test {
@@ -50,9 +51,9 @@ TEST_F(TrialRecordTest, ATrialCarriesWhenWhereAndHowItWasTaken) {
     input.deliver(1.0);
     const Trial& trial = *state.trials.CurrentTrial;
     EXPECT_EQ(trial.record.source, "Device: Fake board");
-    EXPECT_THAT(trial.record.start,
-                testing::MatchesRegex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}[+-][0-9]{2}:"
-                                      "[0-9]{2}"));
+    // Of the standard library: the test library's own expressions know less on Windows.
+    const std::regex moment(R"(\d{4}-\d{2}-\d{2}T\d{2}:\d{2}:\d{2}\.\d{3}[+-]\d{2}:\d{2})");
+    EXPECT_TRUE(std::regex_match(trial.record.start, moment)) << trial.record.start;
     EXPECT_EQ(trial.record.triggerSample, 5);
     ASSERT_TRUE(trial.record.trigger);
     EXPECT_EQ(trial.record.trigger->TriggerLevel, 1.0F);

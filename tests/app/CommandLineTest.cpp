@@ -389,8 +389,8 @@ TEST_F(CommandLineTest, ASetupFileThatCannotBeUsedIsOneLine) {
 TEST_F(CommandLineTest, APrefixOfASetupFileWithAControlCharacterIsRefusedByName) {
     AcqSettings settings;
     settings.setup.FilePrefix = std::string("a\0b", 3);
-    ASSERT_TRUE(writeSetupFile(folder / "nul.set", settings));
-    EXPECT_EQ(collect({"--setup", (folder / "nul.set").string()}), 1);
+    ASSERT_TRUE(writeSetupFile(folder / "control.set", settings));
+    EXPECT_EQ(collect({"--setup", (folder / "control.set").string()}), 1);
     EXPECT_THAT(errorLine(), HasSubstr("FilePrefix cannot hold control characters, as \"a\\u0000b\" does."));
     EXPECT_TRUE(filesWritten().empty());
 }

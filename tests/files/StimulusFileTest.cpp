@@ -1,6 +1,8 @@
 #include "files/StimulusFile.h"
 
+#include "base/FileNames.h"
 #include "base/LittleEndian.h"
+#include "base/PathText.h"
 #include "files/StimulusCommands.h"
 #include "support/Fakes.h"
 #include "support/TemporaryFolder.h"
@@ -184,7 +186,7 @@ TEST_F(StimulusFileTest, AFailedExportIsTold) {
     m_dialogs.answers = {fs::path("/proc/t.plv")};
     m_commands.mnuPulvo_Click();
     ASSERT_EQ(m_messages.shown.size(), 1U);
-    EXPECT_THAT(m_messages.shown[0].text, testing::StartsWith("Error saving /proc/t.plv"));
+    EXPECT_THAT(m_messages.shown[0].text, testing::StartsWith("Error saving " + pathText(wholePath("/proc/t.plv"))));
     EXPECT_EQ(m_messages.shown[0].icon, MessageIcon::Exclamation);
     EXPECT_TRUE(m_state.TrialNotSaved());
     EXPECT_EQ(m_state.trials.average.AverageCount, 0);

@@ -21,6 +21,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDeadlineTimer>
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -32,8 +33,10 @@
 #include <QScreen>
 #include <QTimer>
 #include <QToolButton>
+#include <QWindow>
 
 #include <algorithm>
+#include <chrono>
 #include <optional>
 #include <utility>
 
@@ -102,7 +105,11 @@ void frmMain::addStatusPanels() {
     for (QWidget* each : {static_cast<QWidget*>(m_pointerPanel), static_cast<QWidget*>(m_progress),
                           static_cast<QWidget*>(cancel), static_cast<QWidget*>(m_devicePanel)})
         m_ui->StatusBar->addPermanentWidget(each);
-    connect(m_graphs, &GraphsPanel::readoutChanged, m_pointerPanel, &QLabel::setText);
+    m_pointerPanel->hide(); // until the pointer is on a sample: the run's words need the room
+    connect(m_graphs, &GraphsPanel::readoutChanged, this, [this](const QString& text) {
+        m_pointerPanel->setText(text);
+        m_pointerPanel->setVisible(!text.isEmpty());
+    });
     connect(m_graphs, &GraphsPanel::failed, this, [this](const QString& reason) { tell(reason.toStdString()); });
 }
 
@@ -331,10 +338,16 @@ void frmMain::showBusyPointer(bool busy) {
         QApplication::restoreOverrideCursor();
 }
 
-/// Nothing that the user does is taken meanwhile.
+/// Nothing that the user does is taken meanwhile. The desktop shows a new window when it comes to it, but not for ever.
 void frmMain::paintNow() {
-    constexpr int mostMs = 50;
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, mostMs);
+    const auto onScreen = [](const QWidget& window) {
+        return !window.isVisible() || (window.windowHandle() != nullptr && window.windowHandle()->isExposed());
+    };
+    const QDeadlineTimer giveUp(std::chrono::milliseconds(500));
+    do {
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 10);
+    } while (!onScreen(*m_waiting) && !giveUp.hasExpired());
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void frmMain::RedrawTrials() {

@@ -38,9 +38,9 @@ void GraphPictures::showMenu(CWGraph& graph, const std::string& name, const QPoi
     auto* menu = new QMenu(graph.window());
     menu->setObjectName(QStringLiteral("mnuGraph"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const auto add = [&](const char* name, const QString& text, auto command) {
+    const auto add = [&](const char* objectName, const QString& text, auto command) {
         QAction* action = menu->addAction(text);
-        action->setObjectName(QLatin1String(name));
+        action->setObjectName(QLatin1String(objectName));
         connect(action, &QAction::triggered, this, command);
     };
     add("mnuCopyPicture", tr("&Copy picture"), [this, &graph] { copy(graph); });
