@@ -127,6 +127,12 @@ TEST(ChannelMeasuresTest, KeepsItsAccuracyFarIntoALongTrial) {
     }
 }
 
+TEST(ChannelMeasuresTest, AHugeSampleBeforeAStretchTakesNothingFromItsIntegral) {
+    std::vector<double> volts(20'000, 0.1);
+    volts[0] = 1e15; // beside it a running sum has no room for tenths
+    EXPECT_NEAR(measuresOf(volts).between(3000, 12'999)->Integral, 1000, 1e-6);
+}
+
 TEST(ChannelMeasuresTest, HasNoNumbersForAStretchOfNothingButNaN) {
     const double gap = std::nan("");
     const ChannelMeasures measures = measuresOf({1, 2, gap, gap, gap, 5, 6});

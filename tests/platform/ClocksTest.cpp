@@ -146,6 +146,16 @@ TEST(QueueEventLoopTest, WhatWasPostedDoesNotWaitForATimeThatIsStillToCome) {
     EXPECT_THAT(order, testing::ElementsAre(1, 11, 2));
 }
 
+TEST(QueueEventLoopTest, WhatWasPostedComesBeforeWhatIsDueAndNeitherIsLost) {
+    VirtualClock clock;
+    QueueEventLoop events(clock);
+    std::vector<int> order;
+    events.after(milliseconds(0), [&] { order.push_back(2); });
+    events.post([&] { order.push_back(1); });
+    EXPECT_FALSE(events.runUntil([] { return false; }, milliseconds(0)));
+    EXPECT_THAT(order, testing::ElementsAre(1, 2));
+}
+
 TEST(QueueEventLoopTest, WaitsForWhatAnotherThreadPosts) {
     VirtualClock clock;
     QueueEventLoop events(clock);
