@@ -65,10 +65,10 @@ Problem assign(T& field, const FieldRange& range, std::string_view text) {
     return {};
 }
 
-Problem assign(Bool16& field, const FieldRange&, std::string_view text) {
-    const std::optional<bool> value = booleanOf(text);
-    if (!value) return "must be True or False, not " + quoted(text) + ".";
-    field = *value;
+Problem assign(Bool16& field, const FieldRange& range, std::string_view text) {
+    bool value = false;
+    if (Problem problem = takeValue(value, range, text)) return problem;
+    field = value;
     return {};
 }
 
@@ -170,6 +170,17 @@ FieldRange rangeOf(std::string_view name) {
         if (each == name) found = range;
     });
     return found;
+}
+
+std::optional<std::string> takeValue(bool& field, const FieldRange&, std::string_view text) {
+    const std::optional<bool> value = booleanOf(text);
+    if (!value) return "must be True or False, not " + quoted(text) + ".";
+    field = *value;
+    return {};
+}
+
+std::optional<std::string> takeValue(double& field, const FieldRange& range, std::string_view text) {
+    return assign(field, range, text);
 }
 
 Result<void> setField(AcqSettings& settings, std::string_view name, std::string_view text) {

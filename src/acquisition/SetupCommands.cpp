@@ -1,5 +1,6 @@
 #include "acquisition/SetupCommands.h"
 
+#include "acquisition/Protocol.h"
 #include "acquisition/SetupFile.h"
 #include "base/PathText.h"
 #include "platform/SaveName.h"
@@ -81,6 +82,9 @@ void SetupCommands::LoadSetupFile(const std::filesystem::path& path) {
     const Result<void> read = readSetupFile(path, m_state.settings);
     m_view.followDisplaySettings();
     if (read) {
+        if (const Result<void> own = readOwnSettings(path, ownSettings(m_state)); !own)
+            m_messages.show({own.error().text, "Error Reading Options", MessageIcon::Exclamation, MessageButtons::Ok});
+        m_view.refresh();
         // The dialog shows the control's device, and its OK stores that: it has to be the file's.
         m_analogInput.selectDevice(m_state.settings.setup.Device);
         m_view.mnuProperties_Click();
@@ -96,7 +100,7 @@ void SetupCommands::LoadSetupFile(const std::filesystem::path& path) {
 void SetupCommands::SaveSetup() {
     const auto path = askNameToSave(m_dialogs, m_messages, fileRequest("Save Tavex2 setup properties (.SET) file"));
     if (!path || path->empty()) return;
-    if (const auto written = writeSetupFile(*path, m_state.settings); !written) {
+    if (const auto written = writeProtocol(*path, m_state.settings, ownSettings(m_state)); !written) {
         m_messages.show(errorSaving(*path, written.error()));
         return;
     }

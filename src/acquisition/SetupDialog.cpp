@@ -2,6 +2,7 @@
 
 #include "acquisition/Sound.h"
 #include "acquisition/StartCondition.h"
+#include "acquisition/StimulusPulses.h"
 #include "base/FileNames.h"
 #include "base/PathText.h"
 #include "base/PlainText.h"
@@ -19,7 +20,6 @@ namespace tavex2 {
 
 namespace {
 
-constexpr std::size_t pulsedLines = 3;
 constexpr double longestLatencyMs = std::numeric_limits<std::int16_t>::max();
 
 /// The number that a trigger channel's text starts with, 0 for none.

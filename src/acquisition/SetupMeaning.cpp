@@ -2,6 +2,7 @@
 
 #include "acquisition/AcqFields.h"
 #include "acquisition/StartCondition.h"
+#include "acquisition/StimulusPulses.h"
 #include "base/Decimal.h"
 #include "base/NumberFormat.h"
 #include "platform/ChannelList.h"
@@ -79,10 +80,9 @@ std::string runSentences(const AcqSettings& settings, bool triggered) {
 
 /// The pulses are timed by the program alone, up to the last one of the last trial.
 std::string pulseSentence(const SamplingSettings& sampling) {
-    constexpr int pulsedLines = 3;
     constexpr double noticedSeconds = 0.1;
     int longestMs = -1;
-    for (int line = 0; line < pulsedLines; ++line)
+    for (unsigned line = 0; line < pulsedLines; ++line)
         if (((sampling.DIOMask >> line) & 1) != 0)
             longestMs = std::max<int>(longestMs, sampling.DIOLatency[static_cast<std::size_t>(line)]);
     if (longestMs < 0) return {};

@@ -10,7 +10,7 @@ namespace tavex2 {
 namespace {
 
 /// Stores every persisted setting, whatever becomes of the others; the error is the first one.
-Result<void> storeSettings(const ProgramState& state, SettingsStore& store) {
+Result<void> storeSettings(ProgramState& state, SettingsStore& store) {
     Result<void> stored;
     const auto note = [&stored](Result<void> written) {
         if (stored) stored = std::move(written);
@@ -22,7 +22,8 @@ Result<void> storeSettings(const ProgramState& state, SettingsStore& store) {
     note(writeText(store, stored::recentFiles, recentFilesText(paths.RecentFiles)));
     note(writeText(store, stored::lastSetupFile, paths.LastSetupFile));
     note(writeBoolean(store, stored::fullscreen, state.settings.setup.StartMaximized));
-    note(writeBoolean(store, stored::autosaveWithoutAsking, state.autosaveWithoutAsking));
+    for (const OwnSetting& setting : ownSettings(state))
+        note(writeOwn(store, setting));
     note(writeText(store, stored::viewer, paths.ViewerProgram));
     note(writeText(store, stored::spreadsheet, paths.SpreadsheetProgram));
     return stored;
@@ -30,7 +31,7 @@ Result<void> storeSettings(const ProgramState& state, SettingsStore& store) {
 
 } // namespace
 
-bool prepareExit(const ProgramState& state, Messages& messages, SettingsStore& store,
+bool prepareExit(ProgramState& state, Messages& messages, SettingsStore& store,
                  const std::function<bool()>& saveTrial) {
     if (state.TrialNotSaved()) {
         const MessageAnswer answer =

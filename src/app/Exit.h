@@ -12,7 +12,6 @@ namespace tavex2 {
 /// when they could not be stored. `saveTrial` runs the binary save and says whether the trial was saved. True when the
 /// program may end; False keeps it running: the trial was to be saved and was not, or the user cancelled a question. Up
 /// to the question about the trial nothing is stored.
-bool prepareExit(const ProgramState& state, Messages& messages, SettingsStore& store,
-                 const std::function<bool()>& saveTrial);
+bool prepareExit(ProgramState& state, Messages& messages, SettingsStore& store, const std::function<bool()>& saveTrial);
 
 } // namespace tavex2

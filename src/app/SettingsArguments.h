@@ -1,6 +1,6 @@
 #pragma once
 
-#include "acquisition/records/AcqSettings.h"
+#include "acquisition/records/ProgramState.h"
 #include "base/Result.h"
 
 #include <string>
@@ -8,7 +8,8 @@
 
 namespace tavex2 {
 
-/// Applies settings given as NAME=VALUE, in order. The error names the argument.
-Result<void> applySettings(AcqSettings& settings, const std::vector<std::string>& arguments);
+/// Applies settings given as NAME=VALUE, in order: those of the setup and the program's own. The error names the
+/// argument.
+Result<void> applySettings(ProgramState& state, const std::vector<std::string>& arguments);
 
 } // namespace tavex2

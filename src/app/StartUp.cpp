@@ -40,7 +40,8 @@ void readPaths(ProgramState& state, const StartUpServices& services, const std::
     paths.ViewerProgram = readText(store, stored::viewer, defaultViewer);
     paths.SpreadsheetProgram = readText(store, stored::spreadsheet, defaultSpreadsheet);
     state.settings.setup.StartMaximized = readBoolean(store, stored::fullscreen);
-    state.autosaveWithoutAsking = readBoolean(store, stored::autosaveWithoutAsking);
+    for (const OwnSetting& setting : ownSettings(state))
+        readOwn(store, setting);
 }
 
 } // namespace

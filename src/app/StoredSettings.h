@@ -1,5 +1,6 @@
 #pragma once
 
+#include "acquisition/OwnSettings.h"
 #include "platform/SettingsStore.h"
 
 #include <string>
@@ -14,8 +15,9 @@ struct StoredKey {
     std::string_view key;
 };
 
-/// Every key that the program reads or writes. Paths of this program lie under its own name; the viewer and the
-/// spreadsheet lie under the laboratory-wide name, so that sibling programs share them.
+/// Every key that the program reads or writes, but those of the settings that OwnSettings.h lists. Paths of this
+/// program lie under its own name; the viewer and the spreadsheet lie under the laboratory-wide name, so that sibling
+/// programs share them.
 namespace stored {
 inline constexpr StoredKey programDir{"Tavex2", "Startup", "Progdir"};
 inline constexpr StoredKey dataDir{"Tavex2", "Startup", "Datadir"};
@@ -23,7 +25,6 @@ inline constexpr StoredKey lastFile{"Tavex2", "Startup", "Lastfile"};
 inline constexpr StoredKey lastSetupFile{"Tavex2", "Startup", "Lastsetupfile"};
 inline constexpr StoredKey recentFiles{"Tavex2", "Startup", "Recentfiles"};
 inline constexpr StoredKey fullscreen{"Tavex2", "Startup", "Fullscreen"};
-inline constexpr StoredKey autosaveWithoutAsking{"Tavex2", "Startup", "Autosavewithoutasking"};
 /// Board specifications by device number, separated by semicolons; empty for the boards that are found.
 inline constexpr StoredKey boards{"Tavex2", "Startup", "Boards"};
 inline constexpr StoredKey siblingProgramDir{"Orvanta", "Startup", "Progdir"};
@@ -45,5 +46,9 @@ Result<void> writeText(SettingsStore& store, const StoredKey& key, std::string_v
 /// missing key or any other text is False.
 bool readBoolean(const SettingsStore& store, const StoredKey& key);
 Result<void> writeBoolean(SettingsStore& store, const StoredKey& key, bool value);
+
+/// A setting of the program's own, under its key. A missing or unfit text gives the default.
+void readOwn(const SettingsStore& store, const OwnSetting& setting);
+Result<void> writeOwn(SettingsStore& store, const OwnSetting& setting);
 
 } // namespace tavex2

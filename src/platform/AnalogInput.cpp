@@ -240,11 +240,7 @@ std::optional<LevelTrigger> AnalogInput::levelTrigger() const {
     if (start.type == StartCondition::Type::None) return std::nullopt;
     const int source = parseChannelList(start.channel, anyInput).value().front();
     const auto column = std::ranges::find(m_stream.channels, source) - m_stream.channels.begin();
-    return LevelTrigger{.column = static_cast<int>(column),
-                        .levelVolts = start.levelVolts,
-                        .bandVolts = std::abs(start.levelVolts - start.secondThresholdVolts),
-                        .rising = start.rising,
-                        .preTriggerScans = start.preTriggerScans};
+    return levelTriggerFor(start, static_cast<int>(column));
 }
 
 /// What the acquisition thread calls: each hands its event over to the user-interface thread, under the run's number.

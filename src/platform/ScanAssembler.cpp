@@ -6,7 +6,9 @@
 
 namespace tavex2 {
 
-ScanAssembler::ScanAssembler(const AssemblyConfig& config) : m_config(config), m_waiting(config.trigger.has_value()) {}
+ScanAssembler::ScanAssembler(const AssemblyConfig& config) : m_config(config), m_waiting(config.trigger.has_value()) {
+    if (config.trigger) m_search.emplace(*config.trigger);
+}
 
 Result<ScanAssembler> ScanAssembler::create(const AssemblyConfig& config) {
     if (config.channels < 1 || config.blockScans < 1 || config.blocks < 1)
@@ -47,7 +49,7 @@ Result<void> ScanAssembler::add(std::span<const double> interleaved, const Deliv
             keepHistory(interleaved.first(scans * channels));
             if (!m_waiting) {
                 m_filled = m_config.trigger->preTriggerScans;
-                m_first = m_seen + static_cast<std::int64_t>(scans) - m_filled;
+                m_first = m_search->seen() - 1 - m_filled;
             }
         } else {
             scans = std::min(scans, static_cast<std::size_t>(m_config.blockScans - m_filled));
@@ -86,26 +88,13 @@ TrialArray ScanAssembler::takeUnfinished() {
 
 /// How many scans come before the crossing one; all of them, still waiting, when it is not among them.
 std::size_t ScanAssembler::scansBeforeCrossing(std::span<const double> interleaved) {
-    const LevelTrigger& trigger = *m_config.trigger;
     const auto channels = static_cast<std::size_t>(m_config.channels);
+    const auto column = static_cast<std::size_t>(m_config.trigger->column);
     const std::size_t scans = interleaved.size() / channels;
-    // A falling slope is searched for as a rising one of the mirrored signal.
-    const double sign = trigger.rising ? 1.0 : -1.0;
-    const double level = sign * trigger.levelVolts;
-
-    const auto first = static_cast<std::size_t>(std::max<std::int64_t>(trigger.preTriggerScans - m_seen, 0));
-    for (std::size_t scan = first; scan < scans; ++scan) {
-        const double sample =
-            sign * m_config.limits.apply(interleaved[scan * channels + static_cast<std::size_t>(trigger.column)]);
-        if (!m_armed) {
-            m_armed = trigger.bandVolts > 0 ? sample <= level - trigger.bandVolts : sample < level;
-        } else if (sample >= level) {
-            m_waiting = false;
-            return scan;
-        }
-    }
-    m_seen += static_cast<std::int64_t>(scans);
-    return scans;
+    const std::optional<std::size_t> crossing = m_search->next(
+        scans, [&](std::size_t scan) { return m_config.limits.apply(interleaved[scan * channels + column]); });
+    m_waiting = !crossing;
+    return crossing.value_or(scans);
 }
 
 /// Keeps the newest preTriggerScans scans in the ring at the front of the block.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ScanStore.h"
+#include "platform/TriggerSearch.h"
 
 #include <cstdint>
 #include <functional>
@@ -8,16 +9,6 @@
 #include <span>
 
 namespace tavex2 {
-
-/// A start trigger with hysteresis. For a rising slope it arms at a sample at or below level - band (a band of 0: below
-/// the level) and fires at the first later sample at or above the level; a falling slope is the mirror image.
-struct LevelTrigger {
-    int column = 0; ///< position of the source in the channel list
-    double levelVolts = 0;
-    double bandVolts = 0;
-    bool rising = true;
-    std::int64_t preTriggerScans = 0; ///< scans kept from before the crossing, fewer than a block has
-};
 
 /// What the scans of one start are made into.
 struct AssemblyConfig {
@@ -31,8 +22,7 @@ struct AssemblyConfig {
 /// Makes trials out of a stream of scans: waits for the trigger, keeps the pre-trigger scans, limits the voltages and
 /// cuts consecutive blocks. Pure logic without a thread of its own; the acquisition thread drives it.
 ///
-/// The search for the trigger, arming included, starts at the scan whose index equals preTriggerScans, so that enough
-/// scans have passed. The crossing sample is sample number preTriggerScans of the first block.
+/// TriggerSearch finds the crossing; its sample is sample number preTriggerScans of the first block.
 class ScanAssembler {
   public:
     /// Takes a finished block (float64, rank 1 for one channel) and its 0-based number.
@@ -70,9 +60,8 @@ class ScanAssembler {
     AssemblyConfig m_config;
     TrialArray m_block; ///< being filled; its first preTriggerScans samples are the history ring until the block ends
     TrialArray m_next;  ///< reserved ahead, so that the change of blocks costs no time
+    std::optional<TriggerSearch> m_search; ///< for the crossing; none for an immediate start
     bool m_waiting;
-    bool m_armed = false;
-    std::int64_t m_seen = 0;   ///< scans seen while waiting
     std::int64_t m_oldest = 0; ///< where in the ring the oldest scan lies; the next one goes there
     std::int64_t m_filled = 0; ///< scans in m_block, the history included
     std::int64_t m_first = 0;  ///< number of the block's first scan

@@ -204,6 +204,66 @@ TEST_F(SetupCommandsTest, AMissingFileSaysSo) {
     EXPECT_EQ(messages.shown[0].title, "Error Reading Options");
 }
 
+// The program's own settings ------------------------------------------------------------------------------------------
+
+TEST_F(SetupCommandsTest, TheProgramsOwnSettingsTravelBesideTheSetupFile) {
+    state.autosaveWithoutAsking = true;
+    dialogs.answers = {folder / "Protocol.set"};
+    commands.SaveSetup();
+    EXPECT_EQ(bytesOf(folder / "Protocol.set"), encodeSetup(state.settings));
+    EXPECT_EQ(bytesOf(folder / "Protocol.set.json"), "{\n  \"AutosaveWithoutAsking\": true\n}\n");
+
+    state.autosaveWithoutAsking = false;
+    std::vector<bool> shown;
+    view.whileRefreshing = [&] { shown.push_back(state.autosaveWithoutAsking); };
+    view.whenDialogOpens = [&] { EXPECT_TRUE(shown.back()) << "the menu shows it before the dialog opens"; };
+    commands.LoadSetupFile(folder / "Protocol.set");
+    EXPECT_TRUE(state.autosaveWithoutAsking);
+    EXPECT_EQ(view.dialogs, 1);
+    EXPECT_TRUE(messages.shown.empty());
+
+    view.whenDialogOpens = nullptr;
+    commands.LoadSetupFile(write("Plain.set", encodeSetup(AcqSettings{})));
+    EXPECT_FALSE(state.autosaveWithoutAsking) << "a protocol without own settings has the defaults";
+}
+
+TEST_F(SetupCommandsTest, SavingTheDefaultsRemovesWhatAnEarlierSaveLeftBesideTheFile) {
+    state.autosaveWithoutAsking = true;
+    dialogs.answers = {folder / "Protocol.set", folder / "Protocol.set"};
+    commands.SaveSetup();
+    state.autosaveWithoutAsking = false;
+    commands.SaveSetup();
+    EXPECT_TRUE(std::filesystem::exists(folder / "Protocol.set"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "Protocol.set.json"));
+}
+
+TEST_F(SetupCommandsTest, OwnSettingsThatCannotBeSavedAreTold) {
+    std::filesystem::create_directory(folder / "Protocol.set.json");
+    state.autosaveWithoutAsking = true;
+    dialogs.answers = {folder / "Protocol.set"};
+    commands.SaveSetup();
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_THAT(messages.shown[0].text, testing::StartsWith("Error saving "));
+    EXPECT_FALSE(std::filesystem::exists(folder / "Protocol.set"));
+    EXPECT_EQ(state.TrialName(), "Trial0003");
+}
+
+TEST_F(SetupCommandsTest, DamagedOwnSettingsAreToldAndTheSetupOpensAllTheSame) {
+    state.autosaveWithoutAsking = true;
+    write("Protocol.set.json", "{ \"AutosaveWithoutAsking\": tr");
+    commands.LoadSetupFile(write("Protocol.set", encodeSetup(AcqSettings{})));
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_THAT(messages.shown[0].text, testing::HasSubstr("Protocol.set.json: The file holds no JSON object"));
+    EXPECT_FALSE(state.autosaveWithoutAsking);
+    EXPECT_EQ(view.dialogs, 1);
+}
+
+TEST_F(SetupCommandsTest, ARefusedSetupFileChangesNoOwnSetting) {
+    state.autosaveWithoutAsking = true;
+    commands.LoadSetupFile(write("Short.set", "\x01"));
+    EXPECT_TRUE(state.autosaveWithoutAsking);
+}
+
 // Toggles -------------------------------------------------------------------------------------------------------------
 
 TEST_F(SetupCommandsTest, EachToggleInvertsItsFieldAndShowsIt) {

@@ -154,6 +154,40 @@ TEST_F(CommandLineTest, NumbersAreAsShortAsTheyAreExact) {
     EXPECT_THAT(stdOut.str(), HasSubstr("\"UpperVolts\": 0.1,"));
 }
 
+TEST_F(CommandLineTest, ShowTellsTheOwnSettingsThatBelongToASetupFile) {
+    const std::string setup = (folder / "s.set").string();
+    ASSERT_TRUE(writeSetupFile(setup, AcqSettings{}));
+    ASSERT_EQ(run({"show", setup}), 0);
+    EXPECT_THAT(stdOut.str(), HasSubstr("\nAutosaveWithoutAsking  false\n"));
+    std::ofstream(setup + ".json") << R"({"AutosaveWithoutAsking": true})";
+    ASSERT_EQ(run({"show", setup}), 0);
+    EXPECT_THAT(stdOut.str(), HasSubstr("\nAutosaveWithoutAsking  true\n"));
+    ASSERT_EQ(run({"show", setup, "--json"}), 0);
+    EXPECT_EQ(nlohmann::json::parse(stdOut.str()).at("AutosaveWithoutAsking"), true);
+    EXPECT_EQ(stdErr.str(), "");
+    std::ofstream(setup + ".json") << R"({"Soon": true})";
+    ASSERT_EQ(run({"show", setup, "--json"}), 0);
+    EXPECT_EQ(nlohmann::json::parse(stdOut.str()).at("AutosaveWithoutAsking"), false);
+    EXPECT_THAT(errorLine(), HasSubstr("s.set.json: There is no setting named \"Soon\"."));
+}
+
+TEST_F(CommandLineTest, CollectTakesTheProgramsOwnSettingsByNameAndWithASetupFile) {
+    EXPECT_EQ(collect({"--set", "AutosaveWithoutAsking=True"}), 0) << stdErr.str();
+    EXPECT_EQ(collect({"--set", "AutosaveWithoutAsking=5"}), 1);
+    EXPECT_THAT(errorLine(), HasSubstr("AutosaveWithoutAsking must be True or False, not \"5\"."));
+    EXPECT_EQ(collect({"--set", "Ratte=5"}), 2);
+    EXPECT_THAT(errorLine(), HasSubstr("There is no setting named \"Ratte\". The settings are those of the setup, such as "
+                                       "Channels, Rate, Duration, Repeat and FilePrefix. The program's own are "
+                                       "AutosaveWithoutAsking (autosave shows no dialog and never replaces a file)."));
+
+    const std::string setup = (folder / "s.set").string();
+    ASSERT_TRUE(writeSetupFile(setup, AcqSettings{}));
+    std::ofstream(setup + ".json") << R"({"AutosaveWithoutAsking": 3})";
+    EXPECT_EQ(collect({"--setup", setup}), 0);
+    EXPECT_THAT(errorLine(), HasSubstr("AutosaveWithoutAsking must be true or false, not \"3\". What could not be read "
+                                       "has its default"));
+}
+
 TEST_F(CommandLineTest, AChannelWithoutANumberSaysSo) {
     ASSERT_EQ(collect({"--set", "Channels=0", "--set", "Duration=0.01"}), 0); // two samples
     const fs::path trial = out / "Trial0001.lmb";

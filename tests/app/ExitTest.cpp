@@ -33,6 +33,7 @@ TEST_F(ExitTest, WithNothingUnsavedItStoresTheSettingsWithoutAsking) {
                    .SpreadsheetProgram = "x",
                    .WindowsDir = "w"};
     state.settings.setup.StartMaximized = true;
+    state.autosaveWithoutAsking = true;
     EXPECT_TRUE(mayExit());
     EXPECT_TRUE(messages.shown.empty());
     const std::map<std::string, std::string> expected{{"Tavex2/Startup/Progdir", "/p"},
@@ -41,7 +42,7 @@ TEST_F(ExitTest, WithNothingUnsavedItStoresTheSettingsWithoutAsking) {
                                                       {"Tavex2/Startup/Recentfiles", "/l\n/k"},
                                                       {"Tavex2/Startup/Lastsetupfile", "/s"},
                                                       {"Tavex2/Startup/Fullscreen", "True"},
-                                                      {"Tavex2/Startup/Autosavewithoutasking", "False"},
+                                                      {"Tavex2/Startup/Autosavewithoutasking", "True"},
                                                       {"Orvanta/Startup/Viewer", "v"},
                                                       {"Orvanta/Startup/Spreadsheet", "x"}};
     EXPECT_EQ(store.values, expected) << "the sibling's folder is read only";

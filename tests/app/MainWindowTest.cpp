@@ -130,6 +130,13 @@ TEST_F(MainWindowTest, AutosaveWithoutAskingNeverOverwrites) {
     EXPECT_EQ(plots("cwGAvg"), 2);
 }
 
+TEST_F(MainWindowTest, AnOwnSettingOfTheCommandLineIsMarkedAndStoredAtExit) {
+    start({"DIOMask=0", "AutosaveWithoutAsking=True"});
+    EXPECT_TRUE(action("mnuAutosaveWithoutAsking").isChecked());
+    window().close();
+    EXPECT_EQ(store.values["Tavex2/Startup/Autosavewithoutasking"], "True");
+}
+
 TEST_F(MainWindowTest, TheSetupIsSavedFromTheOptionsMenu) {
     start({"Rate=500", "DIOMask=0"});
     WhenDialogOpens dialog("CommonDialog", [&](QWidget& shown) {

@@ -68,6 +68,18 @@ TEST_F(StartUpTest, UnderstandsAYesHoweverItWasStored) {
     }
 }
 
+TEST_F(StartUpTest, TheProgramsOwnSettingsAreTheUsersOrTheirDefaults) {
+    for (const auto& [text, on] : std::vector<std::pair<const char*, bool>>{
+             {"True", true}, {"False", false}, {"maybe", false}, {"", false}, {"1", true}}) {
+        store.values["Tavex2/Startup/Autosavewithoutasking"] = text;
+        start();
+        EXPECT_EQ(state.autosaveWithoutAsking, on) << text;
+    }
+    store.values.clear();
+    start();
+    EXPECT_FALSE(state.autosaveWithoutAsking);
+}
+
 TEST_F(StartUpTest, ReadsEveryStoredKeyUnderItsOwnApplicationName) {
     store.values = {{"Tavex2/Startup/Progdir", "/a"},      {"Tavex2/Startup/Datadir", (folder / "data").string()},
                     {"Tavex2/Startup/Lastfile", "/f.lmb"}, {"Tavex2/Startup/Lastsetupfile", "/s.set"},

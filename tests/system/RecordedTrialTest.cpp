@@ -16,26 +16,24 @@ namespace {
 class RecordedTrialTest : public testing::Test {
   protected:
     void collect(std::vector<std::string> arguments) {
-        const std::vector<std::string> fixed{"tavex2",
-                                             "collect",
-                                             "--fast",
-                                             "--board",
-                                             "recording:" + recording.string(),
-                                             "--out",
-                                             folder.path().string(),
-                                             "--set",
-                                             "Channels=0:11",
-                                             "--set",
-                                             "Rate=1000",
-                                             "--set",
-                                             "Duration=3"};
+        const std::vector<std::string> fixed{"collect", "--fast",
+                                             "--board", "recording:" + recording.string(),
+                                             "--out",   folder.path().string(),
+                                             "--set",   "Channels=0:11",
+                                             "--set",   "Rate=1000",
+                                             "--set",   "Duration=3"};
         arguments.insert(arguments.begin(), fixed.begin(), fixed.end());
-        std::vector<const char*> argv;
+        run(arguments);
+    }
+
+    /// What a command prints.
+    std::string run(const std::vector<std::string>& arguments) {
+        std::vector<const char*> argv{"tavex2"};
         for (const std::string& each : arguments)
             argv.push_back(each.c_str());
         std::ostringstream out;
         const FakeSettingsStore store;
-        ASSERT_EQ(runCommandLine(static_cast<int>(argv.size()), argv.data(),
+        EXPECT_EQ(runCommandLine(static_cast<int>(argv.size()), argv.data(),
                                  {.out = out,
                                   .err = std::cerr,
                                   .store = store,
@@ -43,6 +41,7 @@ class RecordedTrialTest : public testing::Test {
                                   .openSound = nullptr})
                       .exitCode,
                   0);
+        return out.str();
     }
 
     /// Whether a trial file holds the recording's scans from `first` on.
@@ -87,6 +86,25 @@ TEST_F(RecordedTrialTest, ATriggeredTrialHasTheCrossingAfterItsPreTrigger) {
     EXPECT_LT(lead[299], 0.5F);
     EXPECT_GE(lead[300], 0.5F);
     expectScans("Trial0001.lmb", 312); // the first crossing with a tenth of a trial before it is scan 612
+}
+
+TEST_F(RecordedTrialTest, TheTriggerCommandFindsEveryHeartbeatAndFirstTheOneThatACollectionStartsAt) {
+    collect({"--set", "Duration=9", "--set", "FilePrefix=Whole"});
+    std::istringstream found(run({"trigger", (folder / "Whole0001.lmb").string(), "--channel", "7", "--level", "1"}));
+    std::string line;
+    std::getline(found, line);
+    EXPECT_EQ(line, "fires 12 times, first at 0.617 s");
+    std::vector<int> beats;
+    for (double seconds = 0; std::getline(found, line);) {
+        std::istringstream(line) >> beats.emplace_back() >> seconds;
+        EXPECT_EQ(seconds, beats.back() / 1000.0);
+    }
+    ASSERT_EQ(beats.size(), 12U);
+    for (std::size_t i = 1; i < beats.size(); ++i)
+        EXPECT_NEAR(beats[i] - beats[i - 1], 735, 25) << "a heart at rest, at beat " << i;
+
+    collect({"--set", "TriggerMode=1", "--set", "TriggerChannel=7", "--set", "TriggerLevel=1"});
+    expectScans("Trial0001.lmb", beats[0] - 300);
 }
 
 } // namespace

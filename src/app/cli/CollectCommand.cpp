@@ -1,6 +1,7 @@
 #include "app/cli/CollectCommand.h"
 
 #include "acquisition/AcqFields.h"
+#include "acquisition/Protocol.h"
 #include "acquisition/SetupFile.h"
 #include "acquisition/Sound.h"
 #include "app/Boards.h"
@@ -55,12 +56,15 @@ std::vector<const TrialFormat*> formatsOf(const CollectRequest& request, const S
 }
 
 /// The state of a collection that nobody watches: every trial is saved as it arrives, nothing is asked.
-Result<void> prepareState(ProgramState& state, const CollectRequest& request) {
+Result<void> prepareState(ProgramState& state, const CollectRequest& request, std::ostream& err) {
     AcqSettings& settings = state.settings;
     settings.sound = defaultTone();
-    if (request.setup)
+    if (request.setup) {
         if (auto read = readSetupFile(*request.setup, settings); !read) return read;
-    if (auto set = applySettings(settings, request.settings); !set)
+        if (const auto own = readOwnSettings(*request.setup, ownSettings(state)); !own)
+            err << "tavex2: " << oneLine(own.error().text) << '\n';
+    }
+    if (auto set = applySettings(state, request.settings); !set)
         return Error{set.error().kind == ErrorKind::NotFound ? ErrorKind::WrongUsage : set.error().kind,
                      set.error().text};
     settings.setup.Autosave = true;
@@ -75,8 +79,7 @@ Result<void> prepareState(ProgramState& state, const CollectRequest& request) {
 void collectOne(RunController& run, QueueEventLoop& events) {
     constexpr std::chrono::milliseconds betweenLooks{50};
     run.Collect();
-    while (!events.runUntil([&run] { return !run.busy() || Interruption::requested(); }, betweenLooks) ||
-           run.busy())
+    while (!events.runUntil([&run] { return !run.busy() || Interruption::requested(); }, betweenLooks) || run.busy())
         if (Interruption::requested()) run.Stop();
 }
 
@@ -132,8 +135,10 @@ class Collection {
         SetupOptions& setup = m_state.settings.setup;
         setup.Device = boards.value().device.value_or(setup.Device);
         const std::vector<const TrialFormat*> formats = formatsOf(m_request, setup);
-        if (const auto ready = checkPlace(
-                {.settings = m_state.settings, .trials = m_request.trials, .folder = m_request.folder, .formats = formats});
+        if (const auto ready = checkPlace({.settings = m_state.settings,
+                                           .trials = m_request.trials,
+                                           .folder = m_request.folder,
+                                           .formats = formats});
             !ready)
             return fail(ready.error());
 
@@ -169,7 +174,9 @@ class Collection {
     }
 
   private:
-    MillisecondClock& clock() { return m_request.fast ? static_cast<MillisecondClock&>(m_virtualClock) : m_steadyClock; }
+    MillisecondClock& clock() {
+        return m_request.fast ? static_cast<MillisecondClock&>(m_virtualClock) : m_steadyClock;
+    }
 
     void collectAll(RunController& run, QueueEventLoop& events, ConsoleMessages& messages, TrialWriter& writer) {
         for (int trial = 0; trial < m_request.trials && m_problems.empty(); ++trial) {
@@ -202,7 +209,7 @@ class Collection {
 
 int collectTrials(const CollectRequest& request, const CommandLineServices& services) {
     ProgramState state;
-    const Result<void> ready = prepareState(state, request);
+    const Result<void> ready = prepareState(state, request, services.err);
     Collection collection(request, services, state);
     return ready ? collection.run() : collection.fail(ready.error());
 }

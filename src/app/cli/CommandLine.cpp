@@ -1,5 +1,6 @@
 #include "app/cli/CommandLine.h"
 
+#include "acquisition/AcqFields.h"
 #include "app/Version.h"
 #include "app/cli/BoardsCommand.h"
 #include "app/cli/CollectCommand.h"
@@ -11,6 +12,7 @@
 #include "app/cli/PlotCommand.h"
 #include "app/cli/ShowCommand.h"
 #include "app/cli/ToneCommand.h"
+#include "app/cli/TriggerCommand.h"
 #include "base/Decimal.h"
 #include "base/FileNames.h"
 #include "base/PathText.h"
@@ -77,6 +79,28 @@ CLI::Validator range(double lowest, double highest, const std::string& unit) {
 CLI::Validator time() {
     constexpr double most = std::numeric_limits<double>::max();
     return number(-most, most, "a time in seconds");
+}
+
+CLI::Validator level() {
+    constexpr double most = std::numeric_limits<float>::max();
+    return number(-most, most, "a level in volts");
+}
+
+/// Takes what a setting of whole numbers takes.
+CLI::Validator wholeNumber(std::string_view setting) {
+    const FieldRange range = rangeOf(setting);
+    const auto lowest = static_cast<int>(range.lowest);
+    const auto highest = static_cast<int>(range.highest);
+    return {[=](const std::string& text) {
+                int value = 0;
+                const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+                const bool taken =
+                    error == std::errc() && end == text.data() + text.size() && value >= lowest && value <= highest;
+                return taken ? std::string()
+                             : "takes a whole number from " + std::to_string(lowest) + " to " +
+                                   std::to_string(highest) + ", not \"" + text + "\"";
+            },
+            ""};
 }
 
 /// Takes anything but nothing.
@@ -164,6 +188,22 @@ CommandLineResult parseAndRun(int argc, const char* const* argv, const CommandLi
     measureCommand->add_flag("--rectify", measure.rectify, "Measure the absolute values");
     measureCommand->add_flag("--json", measure.json, "Print as JSON");
 
+    TriggerRequest trigger;
+    CLI::App* triggerCommand =
+        app.add_subcommand("trigger", "Tell where a triggered collection of a trial would start");
+    triggerCommand->add_option("FILE", trigger.file, "A .lmb or .plv file")->required()->check(name());
+    triggerCommand->add_option("--channel", trigger.channel, "The channel, counted from 0")->required();
+    triggerCommand->add_option("--level", trigger.levelVolts, "The trigger's level")
+        ->type_name("V")
+        ->required()
+        ->check(level());
+    triggerCommand->add_flag("--falling", trigger.falling, "Wait for a falling slope");
+    triggerCommand
+        ->add_option("--pretrigger", trigger.preTriggerPercent, "Percentage of the duration kept before the trigger")
+        ->type_name("P")
+        ->check(wholeNumber("Pretrigger"));
+    triggerCommand->add_flag("--json", trigger.json, "Print as JSON");
+
     ShowRequest show;
     CLI::App* showCommand = app.add_subcommand("show", "Print what a trial file or a setup file holds");
     showCommand->add_option("FILE", show.file, "A .lmb, .plv or .set file")->required()->check(name());
@@ -217,6 +257,7 @@ CommandLineResult parseAndRun(int argc, const char* const* argv, const CommandLi
     if (*convertCommand) return ran(writing(convert.to, [&] { return convertFile(convert, services.err); }));
     if (*overlayCommand) return ran(writing(overlay.files.back(), [&] { return overlayFiles(overlay, services.err); }));
     if (*measureCommand) return ran(measureFile(measure, services.out, services.err));
+    if (*triggerCommand) return ran(findCrossings(trigger, services.out, services.err));
     if (*showCommand) return ran(showFile(show, services.out, services.err));
     if (*plotCommand) return ran(writing(plot.picture, [&] { return plotFile(plot, services); }));
     if (*toneCommand) return ran(writing(tone.file, [&] { return writeToneFile(tone); }));

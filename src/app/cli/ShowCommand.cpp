@@ -1,7 +1,9 @@
 #include "app/cli/ShowCommand.h"
 
 #include "acquisition/AcqFields.h"
+#include "acquisition/Protocol.h"
 #include "acquisition/SetupFile.h"
+#include "app/cli/ConsoleRun.h"
 #include "app/cli/TrialFile.h"
 #include "base/Decimal.h"
 #include "base/FileNames.h"
@@ -160,19 +162,27 @@ auto fieldsInto(Json& json) {
 
 void print(const Json& json, bool asJson, std::ostream& out) {
     // A damaged sample may be no number; JSON has no word for it and gets null.
-    if (asJson)
+    if (asJson) {
         out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
-    else
-        for (const auto& [name, value] : json.items())
-            out << leftAligned(name, 18) << (value.is_string() ? shown(value.get<std::string>()) : value.dump())
-                << '\n';
+        return;
+    }
+    std::size_t width = 18;
+    for (const auto& [name, value] : json.items())
+        width = std::max(width, name.size() + 2);
+    for (const auto& [name, value] : json.items())
+        out << leftAligned(name, width) << (value.is_string() ? shown(value.get<std::string>()) : value.dump()) << '\n';
 }
 
-Result<void> showSetup(const ShowRequest& request, std::ostream& out) {
-    AcqSettings settings;
-    if (auto read = readSetupFile(request.file, settings); !read) return read;
+Result<void> showSetup(const ShowRequest& request, std::ostream& out, std::ostream& err) {
+    ProgramState state;
+    if (auto read = readSetupFile(request.file, state.settings); !read) return read;
+    const OwnSettings own = ownSettings(state);
+    if (const auto read = readOwnSettings(request.file, own); !read)
+        err << "tavex2: " << oneLine(read.error().text) << '\n';
     Json json;
-    forEachField(settings, fieldsInto(json));
+    forEachField(state.settings, fieldsInto(json));
+    for (const OwnSetting& setting : own)
+        std::visit([&](const auto* value) { json[std::string(setting.name)] = *value; }, setting.value);
     print(json, request.json, out);
     return {};
 }
@@ -207,7 +217,7 @@ Result<void> showTrial(const ShowRequest& request, std::ostream& out, std::ostre
 
 Result<void> showFile(const ShowRequest& request, std::ostream& out, std::ostream& err) {
     const std::string kind = extensionOf(request.file);
-    if (kind == ".set") return showSetup(request, out);
+    if (kind == ".set") return showSetup(request, out, err);
     if (kind == ".plv") return showStimulus(request, out);
     return showTrial(request, out, err);
 }

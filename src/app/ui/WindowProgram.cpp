@@ -153,7 +153,7 @@ Result<std::unique_ptr<WindowProgram>> WindowProgram::create(const WindowRequest
                                                 .programFolder = programFolder(),
                                                 .toneFile = parts.toneFile,
                                                 .environment = environmentValue});
-    if (const Result<void> set = applySettings(settings, request.settings); !set) return set.error();
+    if (const Result<void> set = applySettings(parts.state, request.settings); !set) return set.error();
     settings.setup.Device = boards.value().device.value_or(settings.setup.Device);
     parts.runParts.confirmSettings();
 
