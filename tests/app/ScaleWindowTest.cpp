@@ -157,6 +157,24 @@ TEST_F(ScaleWindowTest, ATypedUnitIsConvertedIntoTheBoxesOwn) {
     });
 }
 
+TEST_F(ScaleWindowTest, ABoxThatIsEnteredShowsItsNumberToTheLastDigit) {
+    start({"Duration=2", "DIOMask=0"});
+    inDialog([](QWidget& dialog) {
+        click(dialog, "chkAutoScale");
+        CWNumEdit& right = box(dialog, "cwnRight");
+        for (const double value : {123456792.0, 16777217.0, 0.1, static_cast<double>(0.05F)}) {
+            right.clearFocus();
+            right.setValue(value);
+            right.setFocus();
+            ASSERT_TRUE(waitFor([&right] { return right.hasFocus(); }));
+            EXPECT_EQ(static_cast<float>(right.text().toDouble()), static_cast<float>(value))
+                << right.text().toStdString();
+            EXPECT_LE(right.text().size(), 12) << right.text().toStdString();
+        }
+        click(dialog, "cmdCancel");
+    });
+}
+
 TEST_F(ScaleWindowTest, ArrowKeysStepABox) {
     start({"Duration=2", "DIOMask=0"});
     inDialog([](QWidget& dialog) {
