@@ -23,8 +23,8 @@ TEST(OwnSettingsTest, EachHasANameOfItsOwnAndStartsWithItsDefault) {
     ProgramState state;
     std::set<std::string_view> keys;
     std::set<std::string> names;
-    for (const std::string& name : fieldNames())
-        names.insert(name);
+    const AcqSettings fields;
+    forEachField(fields, [&](std::string_view name, const auto&, const FieldRange&) { names.emplace(name); });
     for (const OwnSetting& setting : ownSettings(state)) {
         EXPECT_TRUE(names.emplace(setting.name).second) << setting.name;
         EXPECT_TRUE(keys.insert(setting.storedKey).second) << setting.storedKey;
