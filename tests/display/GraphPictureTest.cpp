@@ -152,6 +152,36 @@ TEST(GraphPicture, OutlinesALightTraceZoomedInAllAlongItAndALoneSampleToo) {
     EXPECT_EQ(rimAt(23.0 / 30), 0);
 }
 
+TEST(GraphPicture, LooksTheSameInPixelsAsDrawnInShapes) {
+    // Dense, outlined, gapped and lying over each other.
+    const auto volts = [](int channel, std::int64_t i) {
+        if (channel == 4 && i > 30'000 && i < 41'000) return std::nan("");
+        return channel / 4.0 - 2 + std::sin(static_cast<double>(i) / (2000 + 300 * channel)) +
+               0.4 * std::sin(static_cast<double>(i * i) * 0.37);
+    };
+    CWGraph graph;
+    graph.plot(makeTrial(12, 100'000, volts), 1e-3);
+    graph.setAxisRange(Axis::Voltage, -2, 2);
+    for (QCPAxis* axis : {graph.xAxis, graph.yAxis})
+        axis->grid()->setVisible(false);
+    for (const double seconds : {100.0, 37.0, 3.0, 0.7}) {
+        graph.setAxisRange(Axis::Time, 29, 29 + seconds);
+        for (const int scale : {1, 2, 3}) {
+            const QImage pixels = graph.toPixmap(600, 400, scale).toImage().convertToFormat(QImage::Format_RGB32);
+            QImage shapes(pixels.size(), QImage::Format_RGB32);
+            shapes.fill(Qt::white);
+            QCPPainter painter(&shapes);
+            painter.setMode(QCPPainter::pmVectorized);
+            painter.scale(scale, scale);
+            graph.toPainter(&painter, 600, 400);
+            painter.end();
+            // Inside the frame, which the two kinds of picture do not draw alike.
+            const QRect inside = QRect(120 * scale, 30 * scale, 400 * scale, 280 * scale);
+            EXPECT_EQ(pixels.copy(inside), shapes.copy(inside)) << seconds << " s at scale " << scale;
+        }
+    }
+}
+
 TEST(GraphPicture, IsGoneWhenThePlotsAreCleared) {
     CWGraph graph;
     graph.plot(makeTrial(4, 5000, [](int channel, std::int64_t) { return channel; }), 1e-3);
