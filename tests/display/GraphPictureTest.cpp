@@ -18,6 +18,20 @@ using Axis = CWGraph::Axis;
 
 constexpr QRgb white = qRgb(255, 255, 255);
 
+/// By how much, of 255, a pixel's red, green or blue differs at most.
+int largestDifference(const QImage& one, const QImage& other) {
+    int largest = one.size() == other.size() ? 0 : 255;
+    for (int y = 0; y < one.height() && largest < 255; ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const QColor a = one.pixelColor(x, y);
+            const QColor b = other.pixelColor(x, y);
+            largest = std::max(
+                {largest, std::abs(a.red() - b.red()), std::abs(a.green() - b.green()), std::abs(a.blue() - b.blue())});
+        }
+    }
+    return largest;
+}
+
 TEST(GraphPicture, ShowsASpikeOfOneSampleAmongFiveMillionInTheFullView) {
     constexpr std::int64_t samples = 5'000'000;
     for (const std::int64_t spike : {std::int64_t{0}, samples / 3, samples - 1}) {
@@ -294,6 +308,28 @@ TEST(GraphPicture, ReachesTheScreenAtTheNextTurnOfTheEventLoop) {
     const QImage before = graph.grab().toImage();
     graph.plot(makeTrial(1, 5000, [](int, std::int64_t) { return 5.0; }), 1e-3);
     EXPECT_TRUE(test::waitFor([&] { return graph.grab().toImage() != before; }));
+}
+
+TEST(GraphPicture, OnTheScreenIsWhatAPictureOfItIs) {
+    CWGraph graph;
+    graph.plot(
+        makeTrial(12, 5000,
+                  [](int channel, std::int64_t i) { return channel / 3.0 + std::sin(static_cast<double>(i) * 0.7); }),
+        1e-3);
+    graph.setAxisRange(Axis::Voltage, -2, 6);
+    graph.resize(600, 400);
+    graph.show();
+    for (const double seconds : {5.0, 0.05}) {
+        graph.setAxisRange(Axis::Time, 0, seconds);
+        for (int redraw = 0; redraw < 3; ++redraw) {
+            graph.replot(QCustomPlot::rpImmediateRefresh);
+            const QImage screen = graph.grab().toImage().convertToFormat(QImage::Format_RGB32);
+            const QImage picture = graph.toPixmap(600, 400).toImage().convertToFormat(QImage::Format_RGB32);
+            const QRect area = graph.axisRect()->rect();
+            EXPECT_LE(largestDifference(screen.copy(area), picture.copy(area)), 4)
+                << seconds << " s, redraw " << redraw;
+        }
+    }
 }
 
 TEST(GraphPicture, BetweenEqualLimitsShowsOnlyWhatHasThisValue) {

@@ -51,7 +51,7 @@ void fill(Picture& picture, int left, int right, RowSpan rows, std::uint32_t col
 
 RC_GTEST_PROP(TracePixels, OfShapesLookAsIfEachTraceWerePaintedOverTheOnesBefore, ()) {
     const int width = *rc::gen::inRange(1, 40);
-    const int height = *rc::gen::inRange(1, 40);
+    const int height = *rc::gen::inRange(1, 200);
     std::vector<TraceShape> traces(*rc::gen::inRange<std::size_t>(0, 6));
     Picture expected(width, height);
     std::uint32_t colour = 0xFF000010;
