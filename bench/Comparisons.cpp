@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 #include <exception>
 #include <map>
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr const char* peerSuffix = ", peer";
 constexpr const char* ownSuffix = ", ours";
+constexpr const char* floorSuffix = ", floor";
 
 /// Shows results as they come and keeps the medians, ms by name.
 class MedianReporter : public benchmark::ConsoleReporter {
@@ -50,19 +52,22 @@ std::string targetText(const Target& target) {
     const auto append = [&text](const std::string& part) { text += (text.empty() ? "" : ", ") + part; };
     if (target.leastSpeedup) append(number("at least %g x faster", *target.leastSpeedup));
     if (target.mostPeerTimes) append(number("at most %g x its time", *target.mostPeerTimes));
+    if (target.mostFloorTimes) append(number("at most %g x the floor", *target.mostFloorTimes));
     if (target.mostMs) append(number("under %g ms", *target.mostMs));
     return text;
 }
 
-bool met(const Target& target, double peerMs, double ownMs) {
-    return (!target.leastSpeedup || peerMs >= *target.leastSpeedup * ownMs) &&
+bool met(const Target& target, double peerMs, double ownMs, std::optional<double> floorMs) {
+    return (!target.mostFloorTimes || (floorMs && ownMs <= *target.mostFloorTimes * *floorMs)) &&
+           (!target.leastSpeedup || peerMs >= *target.leastSpeedup * ownMs) &&
            (!target.mostPeerTimes || ownMs <= *target.mostPeerTimes * peerMs) &&
            (!target.mostMs || ownMs < *target.mostMs);
 }
 
 } // namespace
 
-void Comparisons::add(const std::string& what, const Target& target, Work peer, Work own, std::optional<int> times) {
+void Comparisons::add(const std::string& what, const Target& target, Work peer, Work own, std::optional<int> times,
+                      Work floor) {
     m_pairs.push_back({what, target});
     const auto enter = [&](const char* suffix, Work work) {
         auto* entry = benchmark::RegisterBenchmark((what + suffix).c_str(), [work = std::move(work)](auto& state) {
@@ -74,6 +79,7 @@ void Comparisons::add(const std::string& what, const Target& target, Work peer, 
     };
     enter(peerSuffix, std::move(peer));
     enter(ownSuffix, std::move(own));
+    if (floor) enter(floorSuffix, std::move(floor));
 }
 
 int Comparisons::run(int argc, char** argv) const {
@@ -95,22 +101,25 @@ int Comparisons::run(int argc, char** argv) const {
     benchmark::Shutdown();
 
     bool good = !reporter.medians.empty();
-    std::printf("\n| what | peer | ours | ratio | target | |\n|---|---|---|---|---|---|\n");
+    std::printf("\n| what | peer | ours | ratio | of the floor | target | |\n|---|---|---|---|---|---|---|\n");
     for (const auto& [what, target] : m_pairs) {
         const auto peer = reporter.medians.find(what + peerSuffix);
         const auto own = reporter.medians.find(what + ownSuffix);
         // A filter on the command line leaves pairs out.
         if (peer == reporter.medians.end() && own == reporter.medians.end()) continue;
         if (peer == reporter.medians.end() || own == reporter.medians.end()) {
-            std::printf("| %s | incomplete | | | | |\n", what.c_str());
+            std::printf("| %s | incomplete | | | | | |\n", what.c_str());
             good = false;
             continue;
         }
+        const auto measured = reporter.medians.find(what + floorSuffix);
+        const std::optional<double> floorMs =
+            measured == reporter.medians.end() ? std::nullopt : std::optional(measured->second);
         const std::string wanted = targetText(target);
-        const bool reached = met(target, peer->second, own->second);
-        std::printf("| %s | %s | %s | %s | %s | %s |\n", what.c_str(), milliseconds(peer->second).c_str(),
+        const bool reached = met(target, peer->second, own->second, floorMs);
+        std::printf("| %s | %s | %s | %s | %s | %s | %s |\n", what.c_str(), milliseconds(peer->second).c_str(),
                     milliseconds(own->second).c_str(), ratioText(target, peer->second, own->second).c_str(),
-                    wanted.c_str(),
+                    floorMs ? number("%.2f x", own->second / *floorMs).c_str() : "", wanted.c_str(),
                     wanted.empty() ? ""
                     : reached      ? "met"
                                    : "MISSED");
@@ -132,6 +141,12 @@ double secondsOf(const std::function<void()>& work) {
     const auto start = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double processorSecondsOf(const std::function<void()>& work) {
+    const std::clock_t start = std::clock();
+    work();
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
 } // namespace tavex2::bench

@@ -13,6 +13,8 @@ struct Target {
     std::optional<double> leastSpeedup;  ///< the peer's time is at least so many times ours
     std::optional<double> mostPeerTimes; ///< our time is at most so many times the peer's
     std::optional<double> mostMs;        ///< our time is below this
+    /// Our time is at most so many times that of the work nobody can leave out.
+    std::optional<double> mostFloorTimes = {};
 };
 
 /// Pairs of benchmarks that do the same work, the peer's and ours, run together in one process and judged by their
@@ -22,8 +24,10 @@ class Comparisons {
     /// Does the work once and returns the seconds that count.
     using Work = std::function<double()>;
 
-    /// Adds a pair. A repetition does the work so many times, or for a while where no number is given.
-    void add(const std::string& what, const Target& target, Work peer, Work own, std::optional<int> times = {});
+    /// Adds a pair. A repetition does the work so many times, or for a while where no number is given. `floor` is what
+    /// of the work nobody can leave out, measured too where it is given.
+    void add(const std::string& what, const Target& target, Work peer, Work own, std::optional<int> times = {},
+             Work floor = {});
 
     /// Runs the benchmarks that the arguments (those of Google Benchmark) ask for, prints every time and then a table
     /// of the pairs. The exit code: 0, or 1 when a target is missed, a pair incomplete or an argument unknown.
@@ -42,5 +46,8 @@ int reporting(const char* program, const std::function<int()>& run);
 
 /// Seconds that `work` takes.
 double secondsOf(const std::function<void()>& work);
+
+/// Seconds of processor time that `work` takes on all threads; other programs hardly change them.
+double processorSecondsOf(const std::function<void()>& work);
 
 } // namespace tavex2::bench

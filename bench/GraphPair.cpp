@@ -59,12 +59,12 @@ GraphPair::GraphPair(const TrialData& trial) {
     for (int channel = 0; channel < trial->channels(); ++channel)
         addStockGraph(m_peer, *trial, channel);
     m_full = {{m_own.xMinimum(), m_own.xMaximum()}, {m_own.yMinimum(), m_own.yMaximum()}};
-    for (CWGraph* each : {&m_own, &m_peer})
+    for (CWGraph* each : {&m_own, &m_peer, &m_empty})
         show(*each);
 }
 
 double GraphPair::showSeconds(CWGraph& graph, const View& view) {
-    return secondsOf([&] {
+    return processorSecondsOf([&] {
         graph.setAxisRange(CWGraph::Axis::Time, view.seconds.minimum, view.seconds.maximum);
         graph.setAxisRange(CWGraph::Axis::Voltage, view.volts.minimum, view.volts.maximum);
         graph.replot(QCustomPlot::rpImmediateRefresh);

@@ -18,7 +18,8 @@ struct View {
 };
 
 /// The same trial in two windows of 1600 x 500: drawn by the program, and by the library's own QCPGraph as it comes
-/// (adaptive sampling and smoothing on) in the same frame, with the same axes, limits, colours and pens.
+/// (adaptive sampling and smoothing on) in the same frame, with the same axes, limits, colours and pens. A third window
+/// is the frame alone, without traces: what a redraw cannot take less than.
 /// User-interface thread.
 class GraphPair {
   public:
@@ -29,15 +30,18 @@ class GraphPair {
 
     CWGraph& own() { return m_own; }
     CWGraph& peer() { return m_peer; }
+    CWGraph& empty() { return m_empty; }
     /// How many device pixels a unit of the windows has.
     double scale() const { return m_own.devicePixelRatioF(); }
 
-    /// Shows the view and returns how many seconds that took: setting the limits, drawing and copying to the window.
+    /// Shows the view and returns how many seconds of processor time that took: setting the limits, drawing and copying
+    /// to the window.
     static double showSeconds(CWGraph& graph, const View& view);
 
   private:
     CWGraph m_own;
     CWGraph m_peer;
+    CWGraph m_empty;
     View m_full;
 };
 

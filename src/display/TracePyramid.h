@@ -33,6 +33,12 @@ class TracePyramid {
     /// One sample; `index` must be inside.
     double sample(std::int64_t index) const;
 
+    /// Hands the samples to `visitor` as a span of float or double and returns its result.
+    template <class Visitor>
+    auto visitSamples(const Visitor& visitor) const {
+        return std::visit(visitor, m_samples);
+    }
+
     /// Extent of all samples.
     const Extent& whole() const { return m_whole; }
     /// Extent of the samples that are finite numbers, to which an axis can be fitted.

@@ -18,6 +18,20 @@ using Axis = CWGraph::Axis;
 
 constexpr QRgb white = qRgb(255, 255, 255);
 
+/// By how much, of 255, a pixel's red, green or blue differs at most.
+int largestDifference(const QImage& one, const QImage& other) {
+    int largest = one.size() == other.size() ? 0 : 255;
+    for (int y = 0; y < one.height() && largest < 255; ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const QColor a = one.pixelColor(x, y);
+            const QColor b = other.pixelColor(x, y);
+            largest = std::max(
+                {largest, std::abs(a.red() - b.red()), std::abs(a.green() - b.green()), std::abs(a.blue() - b.blue())});
+        }
+    }
+    return largest;
+}
+
 TEST(GraphPicture, ShowsASpikeOfOneSampleAmongFiveMillionInTheFullView) {
     constexpr std::int64_t samples = 5'000'000;
     for (const std::int64_t spike : {std::int64_t{0}, samples / 3, samples - 1}) {
@@ -152,6 +166,36 @@ TEST(GraphPicture, OutlinesALightTraceZoomedInAllAlongItAndALoneSampleToo) {
     EXPECT_EQ(rimAt(23.0 / 30), 0);
 }
 
+TEST(GraphPicture, LooksTheSameInPixelsAsDrawnInShapes) {
+    // Dense, outlined, gapped and lying over each other.
+    const auto volts = [](int channel, std::int64_t i) {
+        if (channel == 4 && i > 30'000 && i < 41'000) return std::nan("");
+        return channel / 4.0 - 2 + std::sin(static_cast<double>(i) / (2000 + 300 * channel)) +
+               0.4 * std::sin(static_cast<double>(i * i) * 0.37);
+    };
+    CWGraph graph;
+    graph.plot(makeTrial(12, 100'000, volts), 1e-3);
+    graph.setAxisRange(Axis::Voltage, -2, 2);
+    for (QCPAxis* axis : {graph.xAxis, graph.yAxis})
+        axis->grid()->setVisible(false);
+    for (const double seconds : {100.0, 37.0, 3.0, 0.7}) {
+        graph.setAxisRange(Axis::Time, 29, 29 + seconds);
+        for (const int scale : {1, 2, 3}) {
+            const QImage pixels = graph.toPixmap(600, 400, scale).toImage().convertToFormat(QImage::Format_RGB32);
+            QImage shapes(pixels.size(), QImage::Format_RGB32);
+            shapes.fill(Qt::white);
+            QCPPainter painter(&shapes);
+            painter.setMode(QCPPainter::pmVectorized);
+            painter.scale(scale, scale);
+            graph.toPainter(&painter, 600, 400);
+            painter.end();
+            // Inside the frame, which the two kinds of picture do not draw alike.
+            const QRect inside = QRect(120 * scale, 30 * scale, 400 * scale, 280 * scale);
+            EXPECT_EQ(pixels.copy(inside), shapes.copy(inside)) << seconds << " s at scale " << scale;
+        }
+    }
+}
+
 TEST(GraphPicture, IsGoneWhenThePlotsAreCleared) {
     CWGraph graph;
     graph.plot(makeTrial(4, 5000, [](int channel, std::int64_t) { return channel; }), 1e-3);
@@ -264,6 +308,28 @@ TEST(GraphPicture, ReachesTheScreenAtTheNextTurnOfTheEventLoop) {
     const QImage before = graph.grab().toImage();
     graph.plot(makeTrial(1, 5000, [](int, std::int64_t) { return 5.0; }), 1e-3);
     EXPECT_TRUE(test::waitFor([&] { return graph.grab().toImage() != before; }));
+}
+
+TEST(GraphPicture, OnTheScreenIsWhatAPictureOfItIs) {
+    CWGraph graph;
+    graph.plot(
+        makeTrial(12, 5000,
+                  [](int channel, std::int64_t i) { return channel / 3.0 + std::sin(static_cast<double>(i) * 0.7); }),
+        1e-3);
+    graph.setAxisRange(Axis::Voltage, -2, 6);
+    graph.resize(600, 400);
+    graph.show();
+    for (const double seconds : {5.0, 0.05}) {
+        graph.setAxisRange(Axis::Time, 0, seconds);
+        for (int redraw = 0; redraw < 3; ++redraw) {
+            graph.replot(QCustomPlot::rpImmediateRefresh);
+            const QImage screen = graph.grab().toImage().convertToFormat(QImage::Format_RGB32);
+            const QImage picture = graph.toPixmap(600, 400).toImage().convertToFormat(QImage::Format_RGB32);
+            const QRect area = graph.axisRect()->rect();
+            EXPECT_LE(largestDifference(screen.copy(area), picture.copy(area)), 4)
+                << seconds << " s, redraw " << redraw;
+        }
+    }
 }
 
 TEST(GraphPicture, BetweenEqualLimitsShowsOnlyWhatHasThisValue) {

@@ -3,6 +3,8 @@
 #include "base/Decimal.h"
 #include "display/TraceColours.h"
 #include "display/ui/GraphAxis.h"
+#include "display/ui/ImageBuffer.h"
+#include "display/ui/PixelTraces.h"
 #include "display/ui/TracePlottable.h"
 
 #include <QContextMenuEvent>
@@ -44,6 +46,8 @@ CWGraph::CWGraph(QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     for (int position = 0; position < traceColourCount; ++position)
         m_plots.push_back(new TracePlottable(xAxis, yAxis, position));
+    addLayer(QStringLiteral("traces"), layer(QStringLiteral("main")));
+    (new PixelTraces(*this, m_plots))->setLayer(QStringLiteral("traces")); // owned by the plot
 
     QCPAxisRect& area = *axisRect();
     area.setBackground(QBrush(Qt::white));
@@ -78,6 +82,13 @@ CWGraph::CWGraph(QWidget* parent)
     m_strip->setPadding(QMargins(0, 0, 0, stripGap));
     m_strip->setPositionAlignment(Qt::AlignBottom | Qt::AlignRight);
     m_strip->position->setCoords(1, 0);
+
+    // The library keeps the buffers that it finds; a layer's first picture is drawn into one of its own.
+    connect(this, &QCustomPlot::beforeReplot, this, [this] {
+        for (QSharedPointer<QCPAbstractPaintBuffer>& buffer : mPaintBuffers)
+            if (!buffer.dynamicCast<ImageBuffer>())
+                buffer.reset(new ImageBuffer(viewport().size(), bufferDevicePixelRatio()));
+    });
 
     m_timeAxis->setLimits(0, 1);
     m_voltageAxis->setLimits(-10, 10);

@@ -2,6 +2,7 @@
 
 #include "display/AxisRange.h"
 #include "display/TraceColours.h"
+#include "display/ui/PixelTraces.h"
 
 #include <cmath>
 #include <span>
@@ -16,8 +17,6 @@ constexpr double polylineSamplesPerPixel = 0.25;
 constexpr double crowdedSamplesPerPixel = 2;
 /// The painter's own clipping is exact up to about here.
 constexpr double farthestPixel = 16000;
-/// A printer's resolution would ask for more columns than an eye can tell apart.
-constexpr double finestScale = 4;
 /// Neighbouring columns with so many rows in common are filled together; below that it costs more than it saves.
 constexpr int blockHeight = 40;
 
@@ -52,8 +51,8 @@ void appendStrips(std::span<const QRect> columns, int row, int sign, QVector<QRe
 
 /// Fills columns given from left to right. The painter fills row by row, so that a wide rectangle costs far less than
 /// many narrow ones: high columns that stand side by side become a block with strips above and below it.
-void fillColumns(QPainter& painter, std::span<const QRect> columns, const QColor& colour, QVector<QRect>& rects) {
-    rects.clear();
+void drawRects(QPainter& painter, std::span<const QRect> columns, const QColor& colour) {
+    QVector<QRect> rects;
     while (!columns.empty()) {
         QRect block = columns.front();
         std::size_t count = 1;
@@ -72,6 +71,12 @@ void fillColumns(QPainter& painter, std::span<const QRect> columns, const QColor
     }
     painter.setBrush(colour);
     painter.drawRects(rects);
+}
+
+/// std::floor() is a call on processors of the oldest kind, which the program is made for.
+int rowAt(double y) {
+    const int row = static_cast<int>(y);
+    return y < row ? row - 1 : row;
 }
 
 QPen roundPen(const QColor& colour, int thickness) {
@@ -142,19 +147,54 @@ TracePlottable::Canvas TracePlottable::canvas(const QCPPainter& painter) const {
     return canvas;
 }
 
+bool TracePlottable::isSmooth(const Canvas& canvas) const {
+    // Smoothing thick lines is slow, and needless where pixels are that fine.
+    return canvas.thickness == 1 && samplesPerPixel(m_sampleIntervalSeconds, canvas.window) < polylineSamplesPerPixel;
+}
+
+std::optional<TracePlottable::Line> TracePlottable::smoothLine(const QCPPainter& painter, const QPoint& origin,
+                                                               std::vector<PixelPoint>& points) const {
+    const Canvas canvas = this->canvas(painter);
+    if (!isSmooth(canvas) || !fillPoints(canvas, points)) return {};
+    for (PixelPoint& point : points) {
+        point.x -= origin.x();
+        point.y -= origin.y();
+    }
+    const auto thickness = static_cast<double>(canvas.thickness);
+    return Line{thickness, m_colour.rgba(), thickness + 2 * canvas.rim, m_outline.isValid() ? m_outline.rgba() : 0};
+}
+
+void TracePlottable::fillShape(const QCPPainter& painter, const QPoint& origin, TraceShape& shape) {
+    const Canvas canvas = this->canvas(painter);
+    const int columnWidth = fillColumns(canvas);
+    const int offset = canvas.area.left() - origin.x();
+    shape.columns.assign(static_cast<std::size_t>(std::max(offset + canvas.area.width(), 0)), RowSpan{});
+    for (int x = std::max(offset, 0); x < offset + canvas.area.width(); ++x) {
+        const RowSpan& rows = m_rows[static_cast<std::size_t>((x - offset) / columnWidth)];
+        if (!rows.empty())
+            shape.columns[static_cast<std::size_t>(x)] = {rows.first - origin.y(), rows.last - origin.y()};
+    }
+    shape.before = columnWidth > 1 ? 0 : canvas.thickness / 2;
+    shape.after = columnWidth > 1 ? 0 : (canvas.thickness - 1) / 2;
+    shape.colour = m_colour.rgba();
+    shape.outline = m_outline.isValid() ? m_outline.rgba() : 0;
+    shape.rim = canvas.rim;
+}
+
 void TracePlottable::draw(QCPPainter* painter) {
-    if (!m_pyramid || !mKeyAxis || !mValueAxis) return;
+    if (!m_pyramid || !mKeyAxis || !mValueAxis || PixelTraces::draws(*painter)) return;
     const Canvas canvas = this->canvas(*painter);
     painter->save();
     painter->scale(1 / canvas.scale, 1 / canvas.scale);
-    // Smoothing thick lines is slow, and needless where pixels are that fine.
-    const bool smooth =
-        canvas.thickness == 1 && samplesPerPixel(m_sampleIntervalSeconds, canvas.window) < polylineSamplesPerPixel;
-    if (!smooth || !drawPolyline(*painter, canvas)) drawColumns(*painter, canvas);
+    if (isSmooth(canvas) && fillPoints(canvas, m_points))
+        drawLine(*painter, canvas);
+    else
+        drawColumns(*painter, canvas);
     painter->restore();
 }
 
-void TracePlottable::drawColumns(QCPPainter& painter, const Canvas& canvas) {
+/// Finds the rows of each column and returns how many device pixels wide the columns are.
+int TracePlottable::fillColumns(const Canvas& canvas) {
     // Where samples crowd, columns as wide as the line show as much as finer ones, in half the time on a fine screen.
     const bool crowded = samplesPerPixel(m_sampleIntervalSeconds, canvas.window) >= crowdedSamplesPerPixel;
     const int columnWidth = crowded ? canvas.thickness : 1;
@@ -167,70 +207,80 @@ void TracePlottable::drawColumns(QCPPainter& painter, const Canvas& canvas) {
     // Beyond the area by more than a line with its rim nothing can be seen.
     const double top = canvas.area.top() - 4 * canvas.thickness;
     const double bottom = canvas.area.bottom() + 4 * canvas.thickness;
-    const int left = canvas.area.left() - (canvas.thickness - columnWidth) / 2;
-    m_lineColumns.clear();
-    for (int i = 0; i < window.pixels; ++i) {
-        const Extent& column = m_columns[static_cast<std::size_t>(i)];
+    m_rows.assign(m_columns.size(), RowSpan{});
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        const Extent& column = m_columns[i];
         if (column.empty()) continue;
         const auto [high, low] = std::minmax({canvas.y(column.highest), canvas.y(column.lowest)});
         if (low < top || high > bottom) continue;
-        const int from = static_cast<int>(std::floor(std::max(high, top))) - (canvas.thickness - 1) / 2;
-        const int to = static_cast<int>(std::floor(std::min(low, bottom))) + canvas.thickness / 2;
-        m_lineColumns.append(QRect(left + i * columnWidth, from, canvas.thickness, to - from + 1));
+        m_rows[i] = {rowAt(std::max(high, top)) - (canvas.thickness - 1) / 2,
+                     rowAt(std::min(low, bottom)) + canvas.thickness / 2};
+    }
+    return columnWidth;
+}
+
+void TracePlottable::drawColumns(QCPPainter& painter, const Canvas& canvas) {
+    const int columnWidth = fillColumns(canvas);
+    const int left = canvas.area.left() - (canvas.thickness - columnWidth) / 2;
+    std::vector<QRect> columns;
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        if (m_rows[i].empty()) continue;
+        columns.emplace_back(left + static_cast<int>(i) * columnWidth, m_rows[i].first, canvas.thickness,
+                             m_rows[i].last - m_rows[i].first + 1);
     }
 
     painter.setAntialiasing(false);
     painter.setPen(Qt::NoPen);
     if (m_outline.isValid()) {
         const int rim = canvas.rim;
-        m_outlineColumns.clear();
-        for (const QRect& column : std::as_const(m_lineColumns))
-            m_outlineColumns.append(column.adjusted(-rim, -rim, rim, rim));
-        fillColumns(painter, m_outlineColumns, m_outline, m_rects);
+        std::vector<QRect> outlines = columns;
+        for (QRect& column : outlines)
+            column.adjust(-rim, -rim, rim, rim);
+        drawRects(painter, outlines, m_outline);
     }
-    fillColumns(painter, m_lineColumns, m_colour, m_rects);
+    drawRects(painter, columns, m_colour);
 }
 
-/// False, with nothing drawn, when a point lies so far away that the painter would lose precision.
-bool TracePlottable::drawPolyline(QCPPainter& painter, const Canvas& canvas) {
+/// The points of a line in device pixels, a NaN for each sample that is no number. False when a point lies so far away
+/// that the painter would lose precision.
+bool TracePlottable::fillPoints(const Canvas& canvas, std::vector<PixelPoint>& points) const {
     const TracePyramid& trace = m_pyramid->channel(m_channel);
     const SampleRange range = visibleSamples(trace.samples(), m_sampleIntervalSeconds, canvas.window);
     const double span = canvas.window.right - canvas.window.left;
-
-    // NaN breaks the line into pieces.
-    std::vector<QPolygonF> pieces(1);
+    points.clear();
     for (std::int64_t i = range.first; i < range.last; ++i) {
-        const double volts = trace.sample(i);
-        if (std::isnan(volts)) {
-            if (!pieces.back().isEmpty()) pieces.emplace_back();
-            continue;
-        }
         const double seconds = static_cast<double>(i) * m_sampleIntervalSeconds;
-        const QPointF point(canvas.area.left() + (seconds - canvas.window.left) / span * canvas.window.pixels,
-                            canvas.y(volts));
-        if (!(std::abs(point.x()) < farthestPixel && std::abs(point.y()) < farthestPixel)) return false;
-        pieces.back().append(point);
+        const PixelPoint point{canvas.area.left() + (seconds - canvas.window.left) / span * canvas.window.pixels,
+                               canvas.y(trace.sample(i))};
+        if (!std::isnan(point.y) && !(std::abs(point.x) < farthestPixel && std::abs(point.y) < farthestPixel))
+            return false;
+        points.push_back(point);
+    }
+    return true;
+}
+
+void TracePlottable::drawLine(QCPPainter& painter, const Canvas& canvas) {
+    std::vector<QPolygonF> pieces(1);
+    for (const PixelPoint& point : m_points) {
+        if (!std::isnan(point.y))
+            pieces.back().append(QPointF(point.x, point.y));
+        else if (!pieces.back().isEmpty())
+            pieces.emplace_back();
     }
 
     painter.setAntialiasing(true);
     painter.setBrush(Qt::NoBrush);
-    if (m_outline.isValid()) {
-        // A thick line costs a time that grows with the square of its length, so each straight part is drawn by itself.
-        painter.setPen(roundPen(m_outline, canvas.thickness + 2 * canvas.rim));
+    const auto draw = [&painter, &pieces](const QPen& pen) {
+        painter.setPen(pen);
         for (const QPolygonF& piece : pieces) {
-            if (piece.size() == 1) painter.drawPoint(piece.front());
-            for (qsizetype i = 1; i < piece.size(); ++i)
-                painter.drawLine(piece[i - 1], piece[i]);
+            if (piece.size() == 1)
+                painter.drawPoint(piece.front());
+            else
+                painter.drawPolyline(piece);
         }
-    }
-    painter.setPen(roundPen(m_colour, canvas.thickness));
-    for (const QPolygonF& piece : pieces) {
-        if (piece.size() == 1)
-            painter.drawPoint(piece.front());
-        else
-            painter.drawPolyline(piece);
-    }
-    return true;
+    };
+    if (m_outline.isValid()) draw(roundPen(m_outline, canvas.thickness + 2 * canvas.rim));
+    draw(roundPen(m_colour, canvas.thickness));
 }
 
 void TracePlottable::drawLegendIcon(QCPPainter* painter, const QRectF& rect) const {

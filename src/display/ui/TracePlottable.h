@@ -2,21 +2,35 @@
 
 #include "display/TraceColours.h"
 #include "display/TraceColumns.h"
+#include "display/TracePixels.h"
 #include "display/TrialPyramid.h"
 #include "display/ui/QCustomPlotLibrary.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tavex2 {
 
-/// Draws one channel of a trial in a CWGraph. Where several samples share a pixel it fills each pixel column from the
-/// lowest to the highest value there, so that no spike is lost and a redraw costs pixels; where samples lie far apart
-/// it draws a smooth line through them. User-interface thread.
+/// One channel of a trial in a CWGraph. Where several samples share a pixel it fills each pixel column from the lowest
+/// to the highest value there, so that no spike is lost and a redraw costs pixels; where samples lie far apart it is a
+/// smooth line through them. It draws itself where a picture is made of shapes; PixelTraces asks it what to paint where
+/// it is made of pixels. User-interface thread.
 class TracePlottable : public QCPAbstractPlottable {
     Q_OBJECT
 
   public:
+    /// A printer's resolution would ask for more columns than an eye can tell apart.
+    static constexpr double finestScale = 4;
+
+    /// How a smooth line is drawn.
+    struct Line {
+        double thickness = 1; ///< in device pixels
+        std::uint32_t colour = 0;
+        double outlineThickness = 1;
+        std::uint32_t outline = 0; ///< 0 for none
+    };
+
     /// `position` in the channel list decides the colour.
     TracePlottable(QCPAxis* keyAxis, QCPAxis* valueAxis, int position);
 
@@ -27,6 +41,13 @@ class TracePlottable : public QCPAbstractPlottable {
     bool hasTrace() const { return m_pyramid != nullptr; }
 
     void setColour(Rgb colour);
+
+    /// The points of the smooth line that the trace is at this zoom, in device pixels from `origin`; no value where it
+    /// is drawn in columns.
+    std::optional<Line> smoothLine(const QCPPainter& painter, const QPoint& origin,
+                                   std::vector<PixelPoint>& points) const;
+    /// The columns that the trace is drawn in, in device pixels from `origin`.
+    void fillShape(const QCPPainter& painter, const QPoint& origin, TraceShape& shape);
 
     double selectTest(const QPointF& pos, bool onlySelectable, QVariant* details = nullptr) const override;
     QCPRange getKeyRange(bool& foundRange, QCP::SignDomain inSignDomain = QCP::sdBoth) const override;
@@ -52,8 +73,11 @@ class TracePlottable : public QCPAbstractPlottable {
     };
 
     Canvas canvas(const QCPPainter& painter) const;
+    bool isSmooth(const Canvas& canvas) const;
+    int fillColumns(const Canvas& canvas);
+    bool fillPoints(const Canvas& canvas, std::vector<PixelPoint>& points) const;
     void drawColumns(QCPPainter& painter, const Canvas& canvas);
-    bool drawPolyline(QCPPainter& painter, const Canvas& canvas);
+    void drawLine(QCPPainter& painter, const Canvas& canvas);
 
     std::shared_ptr<const TrialPyramid> m_pyramid;
     int m_channel = 0;
@@ -64,9 +88,8 @@ class TracePlottable : public QCPAbstractPlottable {
 
     // Kept from one redraw to the next for their memory.
     std::vector<Extent> m_columns;
-    QVector<QRect> m_lineColumns;
-    QVector<QRect> m_outlineColumns;
-    QVector<QRect> m_rects;
+    std::vector<RowSpan> m_rows; ///< of the line in each column, in device pixels
+    std::vector<PixelPoint> m_points;
 };
 
 } // namespace tavex2
