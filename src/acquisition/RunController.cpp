@@ -106,8 +106,8 @@ void RunController::begin(RunPlan plan) {
     }
     enter(RunPhase::Pausing);
     m_services.view.refresh();
-    m_services.events.after(std::chrono::milliseconds(m_plan.startDelayMs), [this, run] {
-        if (run == m_run && m_state.run.phase == RunPhase::Pausing) start();
+    m_services.events.after(std::chrono::milliseconds(m_plan.startDelayMs), [this, run, life = std::weak_ptr(m_life)] {
+        if (!life.expired() && run == m_run && m_state.run.phase == RunPhase::Pausing) start();
     });
 }
 
@@ -152,14 +152,15 @@ void RunController::start() {
     const int code = m_plan.driven ? m_services.analogInput.Start() : 0;
     m_started = std::chrono::system_clock::now();
     if (code == 0)
-        m_pulses = RunStimulusPulses(m_plan.sampling, m_services.clock,
-                                     m_plan.driven ? &m_services.digitalOutput : nullptr);
+        m_pulses =
+            RunStimulusPulses(m_plan.sampling, m_services.clock, m_plan.driven ? &m_services.digitalOutput : nullptr);
     m_services.clock.setStepped(false);
     if (code != 0) refuse(code);
     if (!m_plan.driven) endWithoutBoard();
 }
 
-/// No data will come. A trial that is there stays whole; where there is none, the collection leaves one without samples.
+/// No data will come. A trial that is there stays whole; where there is none, the collection leaves one without
+/// samples.
 void RunController::endWithoutBoard() {
     if (!m_state.trials.CurrentTrial) m_state.trials.CurrentTrial = trialOf(nullptr, 0);
     finish(RunOutcome::NoBoard, "Debug mode: the board was not driven.");

@@ -112,8 +112,9 @@ class RunController {
     ProgramState& m_state;
     RunServices m_services;
     RunOutcome m_outcome = RunOutcome::None;
-    RunPlan m_plan;                                  ///< of the collection in progress, or the last one
-    int m_run = 0;                                   ///< its number; a timer of another one is stale
+    RunPlan m_plan; ///< of the collection in progress, or the last one
+    int m_run = 0;  ///< its number; a timer of another one is stale
+    std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true); ///< a timer may outlive the controller
     bool m_watchDriven = false;                      ///< the real-time view has started the board
     std::chrono::system_clock::time_point m_started; ///< when the board was started
     std::vector<std::vector<GivenPulse>> m_pulses;   ///< of each repeat

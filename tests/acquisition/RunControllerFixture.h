@@ -31,17 +31,20 @@ class RunControllerTest : public testing::Test {
     FakeRunView view;
     FakeSink sink;
     double nextRandom = 0;
-    RunController run{state,
-                      {.analogInput = input,
-                       .digitalOutput = dio,
-                       .clock = clock,
-                       .events = events,
-                       .messages = messages,
-                       .sound = sound,
-                       .view = view,
-                       .sink = sink,
-                       .random = [this] { return nextRandom; },
-                       .toneFile = "tone.wav"}};
+    RunController run{state, services()};
+
+    RunServices services() {
+        return {.analogInput = input,
+                .digitalOutput = dio,
+                .clock = clock,
+                .events = events,
+                .messages = messages,
+                .sound = sound,
+                .view = view,
+                .sink = sink,
+                .random = [this] { return nextRandom; },
+                .toneFile = "tone.wav"};
+    }
 };
 
 } // namespace tavex2::test

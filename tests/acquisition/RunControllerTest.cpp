@@ -221,6 +221,16 @@ TEST_F(RunControllerTest, TheStartDelayIsAPhaseOfItsOwnAndLastsToTheMillisecond)
     EXPECT_LE(clock.milliseconds(), 2002);
 }
 
+TEST_F(RunControllerTest, AControllerThatIsGoneStartsNothing) {
+    state.settings.setup.StartDelay = 1;
+    {
+        RunController gone(state, services());
+        gone.Collect();
+    }
+    events.pass(2000);
+    EXPECT_THAT(input.log, ElementsAre("Configure"));
+}
+
 // The plan ------------------------------------------------------------------------------------------------------------
 
 TEST_F(RunControllerTest, WhatIsChangedWhileARunIsPausingAppliesToTheNextOne) {
