@@ -96,8 +96,8 @@ Result<void> setField(AcqSettings& settings, std::string_view name, std::string_
 /// The label of the setup dialog's box for a field, as the user sees it: "Rate:", "Upper:" for UpperVolts.
 std::string boxOf(std::string_view field);
 
-/// Takes one value over from text as setField() does. Gives what is wrong with the text, to stand behind the name of the
-/// field, which then stays as it was.
+/// Takes one value over from text as setField() does. Gives what is wrong with the text, to stand behind the name of
+/// the field, which then stays as it was.
 std::optional<std::string> takeValue(bool& field, const FieldRange& range, std::string_view text);
 std::optional<std::string> takeValue(double& field, const FieldRange& range, std::string_view text);
 

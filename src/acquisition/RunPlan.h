@@ -31,9 +31,9 @@ struct RunPlan {
     std::string nameOf(int repeat) const;
 };
 
-/// The plan of the collection that would start now, under the next trial number. `start` is the start condition that was
-/// confirmed last. Errors InvalidValue, with a sentence for the user: settings that no collection can be made with, and
-/// a trial number above 32767.
+/// The plan of the collection that would start now, under the next trial number. `start` is the start condition that
+/// was confirmed last. Errors InvalidValue, with a sentence for the user: settings that no collection can be made with,
+/// and a trial number above 32767.
 Result<RunPlan> planRun(const ProgramState& state, const StartCondition& start);
 
 } // namespace tavex2

@@ -38,15 +38,16 @@ class SetupCommands {
     void afterSetup();
 
     /// Asks for a setup file and reads it. The file's name becomes the trial's and its path the last setup file; then
-    /// the setup dialog opens, whose OK applies the settings. The program's own settings are those beside the file, else
-    /// their defaults. A failure is told; what was read before it stays.
+    /// the setup dialog opens, whose OK applies the settings. The program's own settings are those beside the file,
+    /// else their defaults. A failure is told; what was read before it stays.
     void LoadSetup();
 
     /// The same for a file that is known.
     void LoadSetupFile(const std::filesystem::path& path);
 
-    /// Asks for a name and writes every setting, those of the program's own beside the file. The file's name becomes the trial's and its path the last setup file.
-    /// A cancelled dialog ends the command silently; a failed write is told, and the names stay as they were.
+    /// Asks for a name and writes every setting, those of the program's own beside the file. The file's name becomes
+    /// the trial's and its path the last setup file. A cancelled dialog ends the command silently; a failed write is
+    /// told, and the names stay as they were.
     void SaveSetup();
 
   private:

@@ -13,7 +13,8 @@ namespace tavex2 {
 // little-endian without padding, header or terminator. Booleans are 16-bit, fixed texts have their full width, texts of
 // variable length are an unsigned 16-bit count of bytes and that many bytes of Windows-1252.
 
-/// The bytes of a setup file of version 1, whatever version the settings were read from. Texts beyond 65535 bytes are cut; characters that Windows-1252 lacks become "?".
+/// The bytes of a setup file of version 1, whatever version the settings were read from. Texts beyond 65535 bytes are
+/// cut; characters that Windows-1252 lacks become "?".
 std::string encodeSetup(const AcqSettings& settings);
 
 /// Reads settings field by field into `settings`; what was read before a failure stays there. Values are taken as they

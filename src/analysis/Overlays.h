@@ -5,8 +5,8 @@
 
 namespace tavex2 {
 
-/// Adds a trial to the set. The first one of a set decides what later ones must agree with (SettingsCompatible). Error InvalidValue, with the text to show, when the set is full or the trial
-/// does not agree; the set is unchanged then.
+/// Adds a trial to the set. The first one of a set decides what later ones must agree with (SettingsCompatible). Error
+/// InvalidValue, with the text to show, when the set is full or the trial does not agree; the set is unchanged then.
 Result<void> AddOverlay(OverlaySet& overlays, const TrialPtr& trial);
 
 /// Empties the set; what its slots hold is overwritten as new overlays arrive.

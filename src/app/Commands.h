@@ -74,9 +74,9 @@ inline constexpr std::size_t commandCount = static_cast<std::size_t>(Command::Ab
 
 /// How a command gets along with a run.
 enum class DuringRun {
-    Runs,               ///< in every phase; a run goes on beside it
-    Holds,              ///< in every phase; trials that arrive wait until it is over, because it works on the current one
-    WhileIdle,          ///< not while a trial is collected, and a real-time view ends: it replaces the trial or needs the board
+    Runs,      ///< in every phase; a run goes on beside it
+    Holds,     ///< in every phase; trials that arrive wait until it is over, because it works on the current one
+    WhileIdle, ///< not while a trial is collected, and a real-time view ends: it replaces the trial or needs the board
     NotWhileCollecting, ///< not while a trial is collected
 };
 

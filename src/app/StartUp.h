@@ -24,8 +24,8 @@ struct StartUpServices {
 
 /// What the window does with the result of start-up.
 struct StartUpResult {
-    int waveDevices = 0;     ///< wave-output devices found
-    bool maximized = false;  ///< show the window maximised
+    int waveDevices = 0;    ///< wave-output devices found
+    bool maximized = false; ///< show the window maximised
 };
 
 /// Brings the program to its initial state, before the window is shown: defaults, stored settings, tone file, current

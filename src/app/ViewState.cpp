@@ -95,8 +95,8 @@ class Looks {
 
 void enableCommands(Looks looks, const ProgramState& state, const ViewInputs& inputs) {
     using enum Command;
-    for (const Command needsData : {SaveTrial, SaveTrialAs, ExportTab, ExportLumidor, ExportStimulus, Information,
-                                    ButtonZoom, ButtonSibling})
+    for (const Command needsData :
+         {SaveTrial, SaveTrialAs, ExportTab, ExportLumidor, ExportStimulus, Information, ButtonZoom, ButtonSibling})
         looks.enable(needsData, state.DataPresent());
     looks.enable(Command::AddOverlay, state.DataPresent() && !state.trials.CurrentTrial->AddedToOverlays);
     for (const Command needsOverlay : {ViewOverlay, ClearOverlay, ExportOverlay})
@@ -145,8 +145,8 @@ ViewState viewState(const ProgramState& state, const ViewInputs& inputs) {
     view.exportMenu = state.DataPresent();
     view.exportOverlayMenu = state.overlays.OverlayCount > 0;
     // A repeat that is shown may be worked on while the next one is taken.
-    view.busyPointer = !state.fileWork.empty() ||
-                       (state.run.awaitsFirstTrial() && state.run.phase != RunPhase::Preparing);
+    view.busyPointer =
+        !state.fileWork.empty() || (state.run.awaitsFirstTrial() && state.run.phase != RunPhase::Preparing);
     view.waitingShown = state.run.phase == RunPhase::Waiting && !state.run.asking;
     view.legendShown = state.flags.LegendShown && !state.flags.legendClosed;
     view.progress = progressOf(state.run);

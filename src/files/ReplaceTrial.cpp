@@ -12,7 +12,8 @@ namespace tavex2 {
 namespace {
 
 /// A saved trial of these samples under the name of its file. The sampling's counts are those of the samples.
-std::shared_ptr<Trial> trialOf(TrialArray samples, const SamplingSettings& sampling, const std::filesystem::path& path) {
+std::shared_ptr<Trial> trialOf(TrialArray samples, const SamplingSettings& sampling,
+                               const std::filesystem::path& path) {
     auto trial = std::make_shared<Trial>();
     trial->name = pathText(path.stem());
     trial->savedName = pathText(path.filename());

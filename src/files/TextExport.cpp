@@ -139,8 +139,8 @@ Result<void> WriteOverlayLma(const std::filesystem::path& path, const OverlaySet
     if (!average) return average.error();
     const Result<Facts> facts = factsOf(average.value(), current);
     if (!facts) return facts.error();
-    return writeTable(path, lmaHead(facts.value(), trialName, "overlay file"), average.value(), facts.value(), lmaLayout,
-                      options);
+    return writeTable(path, lmaHead(facts.value(), trialName, "overlay file"), average.value(), facts.value(),
+                      lmaLayout, options);
 }
 
 } // namespace tavex2

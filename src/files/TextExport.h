@@ -23,8 +23,9 @@ Result<void> WriteLma(const std::filesystem::path& path, const Trial& trial, con
 
 /// The same table of the overlay set's average; the third line of its head says so. Values are means of single
 /// precision, summed up in the set's order. Channels, samples, rate and duration are those of the settings `current`,
-/// which must lie within the overlays' arrays; the first lines name the current trial. Errors besides those above: InvalidValue when the set is empty, for
-/// overlays of one channel, which have no second index, and for settings that do not fit the overlays.
+/// which must lie within the overlays' arrays; the first lines name the current trial. Errors besides those above:
+/// InvalidValue when the set is empty, for overlays of one channel, which have no second index, and for settings that
+/// do not fit the overlays.
 Result<void> WriteOverlayLma(const std::filesystem::path& path, const OverlaySet& overlays,
                              const SamplingSettings& current, const std::string& trialName,
                              const WriteOptions& options = {});

@@ -28,8 +28,8 @@ constexpr std::uint64_t headBytes = 8192; ///< more than the head of any table h
 /// Rows of so many characters for the time and for each value, separators and line ends included.
 std::uint64_t tableBytes(int channels, std::int64_t samples, std::uint64_t time, std::uint64_t value) {
     constexpr std::uint64_t lineEnd = 2;
-    return headBytes + static_cast<std::uint64_t>(samples) *
-                           (time + value * static_cast<std::uint64_t>(channels) + lineEnd);
+    return headBytes +
+           static_cast<std::uint64_t>(samples) * (time + value * static_cast<std::uint64_t>(channels) + lineEnd);
 }
 
 /// "3600.000000" and a tab; "-10.00000" and a tab.

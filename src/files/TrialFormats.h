@@ -19,8 +19,8 @@ struct TrialFormat {
     std::uint64_t (*mostBytes)(int channels, std::int64_t samples);
 };
 
-/// All of them: .lmb, .tab, .lma, .plv. A binary trial file keeps the title that the trial has from its own file, with the
-/// number and the time at which it was taken, and gets a new one where it has none.
+/// All of them: .lmb, .tab, .lma, .plv. A binary trial file keeps the title that the trial has from its own file, with
+/// the number and the time at which it was taken, and gets a new one where it has none.
 std::span<const TrialFormat> trialFormats();
 
 /// The format of an extension; null when there is none.

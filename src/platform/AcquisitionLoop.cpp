@@ -133,7 +133,8 @@ void acquireContinuously(Board& board, LatestWindow& window, const StreamConfig&
         window.add(reader.arrived());
         if (stop.stop_requested()) break;
         if (read.status != DaqStatus::Ok) {
-            events.error({static_cast<int>(read.status), read.context.empty() ? "Continuous view." : read.context, {}, 0});
+            events.error(
+                {static_cast<int>(read.status), read.context.empty() ? "Continuous view." : read.context, {}, 0});
             break;
         }
         if (!throttle.due()) continue;

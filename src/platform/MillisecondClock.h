@@ -21,8 +21,8 @@ class MillisecondClock {
     /// Waits without dispatching events until the reading in whole milliseconds has moved on.
     virtual void waitForNextMillisecond() = 0;
 
-    /// While stepped, time moves only when somebody waits for the next millisecond, so what is timed by that comes before
-    /// whatever a board delivers then. A clock of real time goes on.
+    /// While stepped, time moves only when somebody waits for the next millisecond, so what is timed by that comes
+    /// before whatever a board delivers then. A clock of real time goes on.
     virtual void setStepped(bool stepped) { (void)stepped; }
 
     /// Waits until `time` is over (now() > time) or `stop` is requested; the boards' threads call this. Strictly over,

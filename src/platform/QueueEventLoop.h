@@ -15,8 +15,8 @@ namespace tavex2 {
 /// The event queue of a program without a window. post() from any thread; the rest from the thread that made it.
 class QueueEventLoop final : public EventLoop {
   public:
-    /// `clock` tells when the time of an after() is over, and outlives the loop. While such a time is awaited and nothing
-    /// else is to be done the loop waits on it, so a clock that moves when it is waited for moves.
+    /// `clock` tells when the time of an after() is over, and outlives the loop. While such a time is awaited and
+    /// nothing else is to be done the loop waits on it, so a clock that moves when it is waited for moves.
     explicit QueueEventLoop(MillisecondClock& clock) : m_clock(clock) {}
 
     void post(std::function<void()> event) override;

@@ -473,7 +473,7 @@ TEST(RunPhaseTest, OnlyTheLegalMovesAreAllowed) {
     using enum RunPhase;
     const std::vector all{Idle, Preparing, Pausing, Waiting, Acquiring, RealTime};
     const std::vector<std::pair<RunPhase, RunPhase>> legal{
-        {Idle, Preparing},     {Idle, RealTime},    {Preparing, Pausing}, {Preparing, Waiting},
+        {Idle, Preparing},      {Idle, RealTime},   {Preparing, Pausing}, {Preparing, Waiting},
         {Preparing, Acquiring}, {Pausing, Waiting}, {Pausing, Acquiring}, {Waiting, Acquiring}};
     for (const RunPhase from : all)
         for (const RunPhase to : all)

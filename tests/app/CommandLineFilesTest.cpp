@@ -176,9 +176,10 @@ TEST_F(CommandLineTest, CollectTakesTheProgramsOwnSettingsByNameAndWithASetupFil
     EXPECT_EQ(collect({"--set", "AutosaveWithoutAsking=5"}), 1);
     EXPECT_THAT(errorLine(), HasSubstr("AutosaveWithoutAsking must be True or False, not \"5\"."));
     EXPECT_EQ(collect({"--set", "Ratte=5"}), 2);
-    EXPECT_THAT(errorLine(), HasSubstr("There is no setting named \"Ratte\". The settings are those of the setup, such as "
-                                       "Channels, Rate, Duration, Repeat and FilePrefix. The program's own are "
-                                       "AutosaveWithoutAsking (autosave shows no dialog and never replaces a file)."));
+    EXPECT_THAT(errorLine(),
+                HasSubstr("There is no setting named \"Ratte\". The settings are those of the setup, such as "
+                          "Channels, Rate, Duration, Repeat and FilePrefix. The program's own are "
+                          "AutosaveWithoutAsking (autosave shows no dialog and never replaces a file)."));
 
     const std::string setup = (folder / "s.set").string();
     ASSERT_TRUE(writeSetupFile(setup, AcqSettings{}));

@@ -1,4 +1,5 @@
 #include "app/Exit.h"
+
 #include "support/Fakes.h"
 
 #include <gmock/gmock.h>

@@ -40,14 +40,13 @@ TEST_F(MainWindowTest, EveryCommandHasANameATextAndATip) {
         if (each->isSeparator() || each->menu() != nullptr || each->text().isEmpty()) continue;
         EXPECT_FALSE(each->objectName().isEmpty()) << each->text().toStdString();
         EXPECT_FALSE(each->toolTip().isEmpty()) << each->objectName().toStdString();
-        const QStringList waiting{QStringLiteral("tbStop"),     QStringLiteral("tbZoom"),
-                                  QStringLiteral("tbPan"),      QStringLiteral("mnuMousePans"),
-                                  QStringLiteral("mnuInfo"),    QStringLiteral("tbInformation"),
-                                  QStringLiteral("tbLumidor2"), QStringLiteral("mnuOverlay"),
-                                  QStringLiteral("mnuClear"),   QStringLiteral("mnuViewOverlay"),
-                                  QStringLiteral("mnuTab"),     QStringLiteral("mnuLumidor"),
-                                  QStringLiteral("mnuPulvo"),   QStringLiteral("mnuLumidorO"),
-                                  QStringLiteral("mnuUndo"),    QStringLiteral("mnuDigital")};
+        const QStringList waiting{
+            QStringLiteral("tbStop"),         QStringLiteral("tbZoom"),      QStringLiteral("tbPan"),
+            QStringLiteral("mnuMousePans"),   QStringLiteral("mnuInfo"),     QStringLiteral("tbInformation"),
+            QStringLiteral("tbLumidor2"),     QStringLiteral("mnuOverlay"),  QStringLiteral("mnuClear"),
+            QStringLiteral("mnuViewOverlay"), QStringLiteral("mnuTab"),      QStringLiteral("mnuLumidor"),
+            QStringLiteral("mnuPulvo"),       QStringLiteral("mnuLumidorO"), QStringLiteral("mnuUndo"),
+            QStringLiteral("mnuDigital")};
         const bool waitsForState =
             each->objectName().contains(QLatin1String("Save")) || waiting.contains(each->objectName());
         EXPECT_TRUE(each->isEnabled() || waitsForState || each->toolTip().contains(QLatin1String("not offered")))

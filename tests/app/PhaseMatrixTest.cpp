@@ -78,7 +78,10 @@ class PhaseMatrixTest : public MainWindowTest, public testing::WithParamInterfac
         Screen(window()).choose({"Options", "Autosave without asking"}); // a trial may arrive while autosave is on
     }
 
-    bool inPhase() { return QString::fromStdString(Screen(window()).text("StatusPanel1")).startsWith(QLatin1String(GetParam().status)); }
+    bool inPhase() {
+        return QString::fromStdString(Screen(window()).text("StatusPanel1"))
+            .startsWith(QLatin1String(GetParam().status));
+    }
 
     void enterPhase() {
         if (GetParam().button == nullptr || inPhase()) return;
@@ -112,7 +115,8 @@ class PhaseMatrixTest : public MainWindowTest, public testing::WithParamInterfac
     void beRefused(const Deed& deed) {
         choose(deed); // a dialog would keep this from returning
         const std::string status = Screen(window()).text("StatusPanel1");
-        if (!QString::fromStdString(status).startsWith(QLatin1String(GetParam().status))) return; // it was over just then
+        if (!QString::fromStdString(status).startsWith(QLatin1String(GetParam().status)))
+            return; // it was over just then
         EXPECT_NE(status.find("A trial is being collected."), std::string::npos) << status;
     }
 
@@ -175,18 +179,19 @@ TEST_P(PhaseMatrixTest, EverythingThatAUserCanDoLeavesTheRunAndItsTrialAlone) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Phases, PhaseMatrixTest,
-    testing::Values(Phase{"Idle", {}, nullptr, "Saved", false}, Phase{"Pausing", {"StartDelay=1"}, "Collect", "Pausing"},
-                    Phase{"Waiting",
-                          {"TriggerMode=1", "TriggerChannel=0", "TriggerLevel=2"},
-                          "Collect",
-                          "Waiting for trigger before acquiring data"},
-                    Phase{"Acquiring", {}, "Collect", "Acquiring data"},
-                    Phase{"RealTime", {}, "Realtime", "Acquiring data continuously.", false}),
-    [](const auto& each) { return std::string(each.param.name); });
+INSTANTIATE_TEST_SUITE_P(Phases, PhaseMatrixTest,
+                         testing::Values(Phase{"Idle", {}, nullptr, "Saved", false},
+                                         Phase{"Pausing", {"StartDelay=1"}, "Collect", "Pausing"},
+                                         Phase{"Waiting",
+                                               {"TriggerMode=1", "TriggerChannel=0", "TriggerLevel=2"},
+                                               "Collect",
+                                               "Waiting for trigger before acquiring data"},
+                                         Phase{"Acquiring", {}, "Collect", "Acquiring data"},
+                                         Phase{"RealTime", {}, "Realtime", "Acquiring data continuously.", false}),
+                         [](const auto& each) { return std::string(each.param.name); });
 
-// What the bar says -----------------------------------------------------------------------------------------------------
+// What the bar says
+// -----------------------------------------------------------------------------------------------------
 
 TEST_F(MainWindowTest, AClickOnAButtonIsAnsweredInTheStatusBarWhereThePointerStays) {
     start({"StartDelay=1", "Duration=0.5", "DIOMask=0"});

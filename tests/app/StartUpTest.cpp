@@ -1,6 +1,6 @@
-#include "app/OutsidePrograms.h"
 #include "app/StartUp.h"
 
+#include "app/OutsidePrograms.h"
 #include "support/Fakes.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,4 +1,5 @@
 #include "app/ViewState.h"
+
 #include "support/Trials.h"
 
 #include <gmock/gmock.h>
@@ -27,7 +28,8 @@ class ViewStateTest : public testing::Test {
     ViewInputs inputs;
 };
 
-// A run -----------------------------------------------------------------------------------------------------------------
+// A run
+// -----------------------------------------------------------------------------------------------------------------
 
 TEST_F(ViewStateTest, EachPhaseOfARunHasItsWordsItsPointerAndItsWindow) {
     struct Row {
@@ -42,8 +44,8 @@ TEST_F(ViewStateTest, EachPhaseOfARunHasItsWordsItsPointerAndItsWindow) {
         {RunPhase::Idle, "Ready", "Press Collect (Space)", false, false, false},
         {RunPhase::Preparing, "Ready", "Press Collect (Space)", false, false, false},
         {RunPhase::Pausing, "Pausing", "The trial starts after the delay", true, false, false},
-        {RunPhase::Waiting, "Waiting for trigger before acquiring data", "The trial starts with the trigger", true, true,
-         true},
+        {RunPhase::Waiting, "Waiting for trigger before acquiring data", "The trial starts with the trigger", true,
+         true, true},
         {RunPhase::Acquiring, "Acquiring data", "The trial is being taken", true, false, true},
         {RunPhase::RealTime, "Acquiring data continuously.  Press Stop button to terminate collection.",
          "Waiting for the board", false, false, false},
@@ -115,18 +117,21 @@ TEST_F(ViewStateTest, StopIsEnabledAsTheRunSaysInEveryPhase) {
         }
 }
 
-// Commands --------------------------------------------------------------------------------------------------------------
+// Commands
+// --------------------------------------------------------------------------------------------------------------
 
 TEST_F(ViewStateTest, DataCommandsNeedDataInEveryPhase) {
     using enum Command;
     for (const RunPhase phase : allPhases) {
         state.run.phase = phase;
         state.trials = {};
-        for (const Command each : {SaveTrial, SaveTrialAs, ExportTab, Information, ButtonZoom, ButtonSibling, AddOverlay})
+        for (const Command each :
+             {SaveTrial, SaveTrialAs, ExportTab, Information, ButtonZoom, ButtonSibling, AddOverlay})
             EXPECT_FALSE(enabled(each)) << ruleOf(each).actions;
         EXPECT_FALSE(view().exportMenu);
         haveTrial();
-        for (const Command each : {SaveTrial, SaveTrialAs, ExportTab, Information, ButtonZoom, ButtonSibling, AddOverlay})
+        for (const Command each :
+             {SaveTrial, SaveTrialAs, ExportTab, Information, ButtonZoom, ButtonSibling, AddOverlay})
             EXPECT_TRUE(enabled(each)) << ruleOf(each).actions;
         EXPECT_TRUE(view().exportMenu);
     }
@@ -218,7 +223,8 @@ TEST_F(ViewStateTest, ALegendThatWasClosedCarriesNoMarkAndIsNotShown) {
     EXPECT_FALSE(view().legendShown);
 }
 
-// Texts -----------------------------------------------------------------------------------------------------------------
+// Texts
+// -----------------------------------------------------------------------------------------------------------------
 
 TEST_F(ViewStateTest, TheCaptionIsTheTrialsNameOrTheProgramsWhereThereIsNone) {
     EXPECT_EQ(view().caption, "Tavex2");
@@ -249,7 +255,8 @@ TEST_F(ViewStateTest, TheAverageTellsHowManyTrialsItHoldsAndSinceWhen) {
     EXPECT_EQ(view().averageTip, "The average of 2 saved trials, from Trial0001 on");
 }
 
-// The table of commands -------------------------------------------------------------------------------------------------
+// The table of commands
+// -------------------------------------------------------------------------------------------------
 
 TEST(CommandsTest, EveryCommandMayRunWhereItsRuleSays) {
     for (const CommandRule& rule : commandRules())
@@ -270,8 +277,8 @@ TEST(CommandsTest, WhatReplacesTheTrialOrNeedsTheBoardWaitsForTheEndOfACollectio
         if (!mayRun(rule, RunPhase::Acquiring)) waiting.push_back(rule.actions);
     EXPECT_THAT(waiting, testing::ElementsAre("mnuOpenLumidor2 tbOpen", "mnuOpen", "mnuEdit_1 tbConfigure",
                                               "mnuAcquire tbCollect", "mnuRealTime tbRealtime", "mnuOption_5"));
-    for (const Command needsTheTrial : {SaveTrial, SaveTrialAs, ExportTab, ExportLumidor, ExportStimulus, EditComments,
-                                        EditLabels})
+    for (const Command needsTheTrial :
+         {SaveTrial, SaveTrialAs, ExportTab, ExportLumidor, ExportStimulus, EditComments, EditLabels})
         EXPECT_EQ(ruleOf(needsTheTrial).duringRun, DuringRun::Holds) << ruleOf(needsTheTrial).actions;
 }
 

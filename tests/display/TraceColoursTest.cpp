@@ -8,8 +8,8 @@ namespace tavex2 {
 namespace {
 
 constexpr std::array<std::uint32_t, 16> sixteen{0x000000, 0xFF0000, 0x0000FF, 0x00FF00, 0xC0C0C0, 0x800000,
-                                                 0x000080, 0x008000, 0xE0E0E0, 0x00FFFF, 0xFFFF00, 0xFF80FF,
-                                                 0x808080, 0x008000, 0x808000, 0x800080};
+                                                0x000080, 0x008000, 0xE0E0E0, 0x00FFFF, 0xFFFF00, 0xFF80FF,
+                                                0x808080, 0x008000, 0x808000, 0x800080};
 
 std::uint32_t number(Rgb colour) {
     return static_cast<std::uint32_t>(colour.red << 16 | colour.green << 8 | colour.blue);

@@ -89,7 +89,8 @@ TEST_F(ExportCommandsTest, TheOverlaysGoIntoTheirOwnTable) {
     EXPECT_THAT(m_works, ElementsAre("Exporting to Mean.lma ...", "", ""));
     m_export.mnuLumidorO_Click();
     ASSERT_EQ(m_messages.shown.size(), 1U);
-    EXPECT_THAT(m_messages.shown[0].text, testing::StartsWith("Error saving " + pathText(wholePath("/proc/t.lma")) + "\n"));
+    EXPECT_THAT(m_messages.shown[0].text,
+                testing::StartsWith("Error saving " + pathText(wholePath("/proc/t.lma")) + "\n"));
 }
 
 TEST_F(ExportCommandsTest, ATypedNameWithAPointGetsItsExtension) {
@@ -120,8 +121,10 @@ TEST_F(ExportCommandsTest, AFailureIsToldAndLeavesTheLastExportAlone) {
     m_export.mnuTab_Click();
     m_export.mnuLumidor_Click();
     ASSERT_EQ(m_messages.shown.size(), 2U);
-    EXPECT_THAT(m_messages.shown[0].text, testing::StartsWith("Error saving " + pathText(wholePath("/proc/t.tab")) + "\n"));
-    EXPECT_THAT(m_messages.shown[1].text, testing::StartsWith("Error saving " + pathText(wholePath("/proc/t.lma")) + "\n"));
+    EXPECT_THAT(m_messages.shown[0].text,
+                testing::StartsWith("Error saving " + pathText(wholePath("/proc/t.tab")) + "\n"));
+    EXPECT_THAT(m_messages.shown[1].text,
+                testing::StartsWith("Error saving " + pathText(wholePath("/proc/t.lma")) + "\n"));
     EXPECT_EQ(m_messages.shown[0].title, "Error");
     EXPECT_EQ(m_state.LastTabExport, "/before.tab");
     EXPECT_TRUE(m_state.TrialNotSaved());

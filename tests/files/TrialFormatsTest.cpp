@@ -1,4 +1,5 @@
 #include "files/TrialFormats.h"
+
 #include "support/TemporaryFolder.h"
 #include "support/Trials.h"
 

@@ -24,8 +24,9 @@ class ZoneOfTest {
 };
 
 TEST(LocalTimeTest, AMomentIsWrittenWithMillisecondsAndTheZonesOffset) {
-    const auto moment = std::chrono::system_clock::time_point(std::chrono::duration_cast<std::chrono::system_clock::duration>(
-        std::chrono::milliseconds(1767225600250))); // 2026-01-01 00:00:00.250 UTC
+    const auto moment =
+        std::chrono::system_clock::time_point(std::chrono::duration_cast<std::chrono::system_clock::duration>(
+            std::chrono::milliseconds(1767225600250))); // 2026-01-01 00:00:00.250 UTC
     const ZoneOfTest utc("UTC0");
     EXPECT_EQ(isoTime(moment), "2026-01-01T00:00:00.250+00:00");
     const ZoneOfTest west("XXX3:30"); // three and a half hours behind

@@ -43,13 +43,13 @@ constexpr bool collecting(RunPhase phase) {
 /// alone.
 struct RunStatus {
     RunPhase phase = RunPhase::Idle;
-    bool stopEnabled = false;       ///< "Stop" has something to stop, or what a cancelled reset prompt left behind
-    bool asking = false;            ///< the Stop question is open
-    int trialsTaken = 0;            ///< of the collection in progress
-    int repeats = 1;                ///< that the collection will take
-    double repeat = 0;              ///< the one in progress, as counted by the board; 0 before it has begun
-    std::int64_t scans = 0;         ///< of the trial in progress that have arrived
-    std::int64_t scansOfTrial = 0;  ///< that it will have; 0 while nothing is known
+    bool stopEnabled = false;      ///< "Stop" has something to stop, or what a cancelled reset prompt left behind
+    bool asking = false;           ///< the Stop question is open
+    int trialsTaken = 0;           ///< of the collection in progress
+    int repeats = 1;               ///< that the collection will take
+    double repeat = 0;             ///< the one in progress, as counted by the board; 0 before it has begun
+    std::int64_t scans = 0;        ///< of the trial in progress that have arrived
+    std::int64_t scansOfTrial = 0; ///< that it will have; 0 while nothing is known
     double rateHz = 0;
 
     /// A collection runs of which no trial has arrived yet.

@@ -32,26 +32,26 @@ struct TrialRecord {
     std::vector<GivenPulse> pulses;            ///< in the order in which they were given
 };
 
-/// One trial with everything that belongs to it. It never changes: whoever shows, measures, saves, exports or averages a
-/// trial keeps a TrialPtr and has all of it, whatever arrives meanwhile. Saving it, naming its channels or commenting it
-/// makes a new one over the same samples.
+/// One trial with everything that belongs to it. It never changes: whoever shows, measures, saves, exports or averages
+/// a trial keeps a TrialPtr and has all of it, whatever arrives meanwhile. Saving it, naming its channels or commenting
+/// it makes a new one over the same samples.
 struct Trial {
-    TrialData samples;              ///< none after a collection that drove no board
-    std::string name;               ///< stem of every file name, and the caption
-    std::int16_t number = 0;        ///< the trial number, for titles and comments
-    SamplingSettings sampling;      ///< how it was taken; NumChannels and NumSamples are those of `samples`
-    LmbHeader header;               ///< Labels and Units of its channels, and what its file had in other slots
+    TrialData samples;         ///< none after a collection that drove no board
+    std::string name;          ///< stem of every file name, and the caption
+    std::int16_t number = 0;   ///< the trial number, for titles and comments
+    SamplingSettings sampling; ///< how it was taken; NumChannels and NumSamples are those of `samples`
+    LmbHeader header;          ///< Labels and Units of its channels, and what its file had in other slots
     LmbInfoA infoA{};
     LmbInfoB infoB{};
     TrialComments comments{};
     TrialRecord record;
-    std::string savedName;          ///< file name under which it was last saved or from which it was opened
-    std::string file;               ///< that file's path; empty for a trial that lies in memory alone
-    bool Unsaved = true;            ///< not yet in a trial file; drives the caption's suffix
-    bool TrialNotSaved = true;      ///< not yet in any file; drives the question at exit
-    bool AddedToAverage = false;    ///< it is part of the average, or was when that was cleared
+    std::string savedName;       ///< file name under which it was last saved or from which it was opened
+    std::string file;            ///< that file's path; empty for a trial that lies in memory alone
+    bool Unsaved = true;         ///< not yet in a trial file; drives the caption's suffix
+    bool TrialNotSaved = true;   ///< not yet in any file; drives the question at exit
+    bool AddedToAverage = false; ///< it is part of the average, or was when that was cleared
     bool AddedToOverlays = false;
-    bool imported = false;          ///< it comes from the stimulus program and has not been saved here
+    bool imported = false; ///< it comes from the stimulus program and has not been saved here
 
     bool hasSamples() const { return samples && !samples->empty(); }
 };

@@ -39,10 +39,9 @@ Result<void> AddTrialToAverage(TrialAverage& average, const Trial& trial) {
 
     const TrialArray* sum = continues ? average.AverageSum.get() : nullptr;
     Result<TrialArray> next =
-        sum != nullptr
-            ? transformed(*trial.samples,
-                          [sum](int channel, std::size_t i, double volts) { return sum->doubles(channel)[i] + volts; })
-            : transformed(*trial.samples, [](int, std::size_t, double volts) { return volts; });
+        sum != nullptr ? transformed(*trial.samples, [sum](int channel, std::size_t i,
+                                                           double volts) { return sum->doubles(channel)[i] + volts; })
+                       : transformed(*trial.samples, [](int, std::size_t, double volts) { return volts; });
     if (!next) return next.error();
 
     average.AverageSum = std::make_shared<const TrialArray>(std::move(next).value());

@@ -79,8 +79,7 @@ Result<void> prepareState(ProgramState& state, const CollectRequest& request, st
 void collectOne(RunController& run, QueueEventLoop& events) {
     constexpr std::chrono::milliseconds betweenLooks{50};
     run.Collect();
-    while (!events.runUntil([&run] { return !run.busy() || Interruption::requested(); }, betweenLooks) ||
-           run.busy())
+    while (!events.runUntil([&run] { return !run.busy() || Interruption::requested(); }, betweenLooks) || run.busy())
         if (Interruption::requested()) run.Stop();
 }
 
@@ -136,8 +135,10 @@ class Collection {
         SetupOptions& setup = m_state.settings.setup;
         setup.Device = boards.value().device.value_or(setup.Device);
         const std::vector<const TrialFormat*> formats = formatsOf(m_request, setup);
-        if (const auto ready = checkPlace(
-                {.settings = m_state.settings, .trials = m_request.trials, .folder = m_request.folder, .formats = formats});
+        if (const auto ready = checkPlace({.settings = m_state.settings,
+                                           .trials = m_request.trials,
+                                           .folder = m_request.folder,
+                                           .formats = formats});
             !ready)
             return fail(ready.error());
 
@@ -173,7 +174,9 @@ class Collection {
     }
 
   private:
-    MillisecondClock& clock() { return m_request.fast ? static_cast<MillisecondClock&>(m_virtualClock) : m_steadyClock; }
+    MillisecondClock& clock() {
+        return m_request.fast ? static_cast<MillisecondClock&>(m_virtualClock) : m_steadyClock;
+    }
 
     void collectAll(RunController& run, QueueEventLoop& events, ConsoleMessages& messages, TrialWriter& writer) {
         for (int trial = 0; trial < m_request.trials && m_problems.empty(); ++trial) {

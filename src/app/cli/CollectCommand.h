@@ -24,8 +24,8 @@ struct CollectRequest {
 };
 
 /// Collects trials without a window, through the same run controller as the window, saves each as it arrives and tells
-/// it at once. Gives the exit code; every problem is one line on the services' error stream. Existing files are never replaced: the
-/// next free name is taken and printed. Interrupting the program stops the collection.
+/// it at once. Gives the exit code; every problem is one line on the services' error stream. Existing files are never
+/// replaced: the next free name is taken and printed. Interrupting the program stops the collection.
 int collectTrials(const CollectRequest& request, const CommandLineServices& services);
 
 } // namespace tavex2

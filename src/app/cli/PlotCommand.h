@@ -19,8 +19,8 @@ TrialPicture pictureOf(const Trial& trial, const std::string& title, const std::
 /// Whether a picture's name ends in .png, .pdf or .svg; else WrongUsage.
 Result<void> checkPictureName(const std::filesystem::path& path);
 
-/// Draws a trial file into a picture. Errors: that of the name, those of the readers, InvalidValue for a trial without a
-/// rate, those of drawing.
+/// Draws a trial file into a picture. Errors: that of the name, those of the readers, InvalidValue for a trial without
+/// a rate, those of drawing.
 Result<void> plotFile(const PlotRequest& request, const CommandLineServices& services);
 
 } // namespace tavex2

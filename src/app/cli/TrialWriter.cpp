@@ -14,12 +14,8 @@ using Json = nlohmann::ordered_json;
 
 Json jsonOf(const Trial& trial, const std::vector<std::string>& files) {
     const SamplingSettings& taken = trial.sampling;
-    Json json{{"TrialName", trial.name},
-              {"File", files.front()},
-              {"NumChannels", taken.NumChannels},
-              {"NumSamples", taken.NumSamples},
-              {"Rate", taken.Rate},
-              {"Duration", shortestDouble(taken.Duration)},
+    Json json{{"TrialName", trial.name},        {"File", files.front()}, {"NumChannels", taken.NumChannels},
+              {"NumSamples", taken.NumSamples}, {"Rate", taken.Rate},    {"Duration", shortestDouble(taken.Duration)},
               {"Start", trial.record.start}};
     if (trial.record.triggerSample) json["TriggerSample"] = *trial.record.triggerSample;
     json["Pulses"] = Json::array();

@@ -287,9 +287,9 @@ void frmMain::showStartUp() {
 
 void frmMain::refresh() {
     if (!m_commands) return;
-    const ViewState view = viewState(m_state, {.zoom = m_graphs->zoomState(),
-                                               .device = m_commands->deviceDescription(),
-                                               .siblingFound = m_siblingFound});
+    const ViewState view = viewState(
+        m_state,
+        {.zoom = m_graphs->zoomState(), .device = m_commands->deviceDescription(), .siblingFound = m_siblingFound});
     UpdateMenus(view);
     UpdateCaption(view);
     showStatus(view);

@@ -146,7 +146,7 @@ class frmMain final : public QMainWindow, public RunView, public FileView, publi
     std::array<std::vector<QAction*>, commandCount> m_actions;
     std::array<std::function<void()>, commandCount> m_handlers;
     bool m_siblingFound = true; ///< as the Analyze menu found it when it opened last
-    bool m_gateShut = false; ///< a command that lets events run is running
+    bool m_gateShut = false;    ///< a command that lets events run is running
     bool m_busyPointer = false;
     bool m_exiting = false;
 };
