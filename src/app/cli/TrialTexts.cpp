@@ -2,6 +2,7 @@
 
 #include "base/PlainText.h"
 #include "base/Windows1252.h"
+#include "files/CommentsEditor.h"
 #include "platform/ChannelList.h"
 
 #include <algorithm>
@@ -60,9 +61,8 @@ Result<void> enterTexts(ProgramState& state, const TrialTexts& texts) {
     if (texts.comments.size() > state.comments.size())
         return Error{ErrorKind::WrongUsage,
                      "A trial has room for four comments, not for " + std::to_string(texts.comments.size()) + "."};
-    constexpr std::size_t mostCharacters = 60; // as many as the comment form takes
     for (std::size_t line = 0; line < texts.comments.size(); ++line) {
-        const auto text = fileText("--comment", texts.comments[line], mostCharacters);
+        const auto text = fileText("--comment", texts.comments[line], CommentsEditor::mostCharacters);
         if (!text) return text.error();
         state.comments[line].assign(text.value());
     }
